@@ -1,0 +1,6 @@
+#pragma once
+// The animated objects, all of them.
+
+#include "maquettes_graphiques/objgraphiques/movepart.h"
+#include "maquettes_graphiques/objgraphiques/movepart_manager.h"
+#include "maquettes_graphiques/objgraphiques/wagon.h"

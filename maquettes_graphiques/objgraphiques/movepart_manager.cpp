@@ -1,0 +1,110 @@
+#include "maquettes_graphiques/objgraphiques/movepart_manager.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+#include <iostream>
+
+#include "bibliocpp/formspp/colour_drawing.h"
+#include "maquettes_graphiques/objgraphiques/movepart.h"
+
+namespace {
+
+struct pixel_box {
+  int left, top, right, bottom;
+};
+
+bool overlap(const pixel_box& a, const pixel_box& b) {
+  return b.bottom > a.top && a.bottom > b.top && b.right > a.left && a.right > b.left;
+}
+
+bool covers_with_bounds(const pixel_box& box, int x, int y) {
+  return box.top <= y && y <= box.bottom && box.left <= x && x <= box.right;
+}
+
+}  // namespace
+
+movepart_manager::movepart_manager() = default;
+
+void movepart_manager::addpart(movepart* ppart) {
+  if (number >= capacity) {
+    std::cerr << "too many part !" << std::endl;
+    std::exit(1);
+  }
+  tab[static_cast<std::size_t>(number++)] = ppart;
+}
+
+void movepart_manager::suppart(movepart* ppart) {
+  for (int n = 0; n < number; ++n) {
+    const auto entry = tab.begin() + n;
+    if (*entry != ppart) continue;
+    std::copy(entry + 1, tab.begin() + number, entry);
+    --number;  // what came down into this place is deliberately not examined
+  }
+}
+
+// Calls found(box) for the boxes of a part until it returns true; tells whether it did.
+template <typename Found>
+static bool any_box(const std::list<double>& xs, const std::list<double>& ys, const std::list<int>& ls,
+                    const std::list<int>& hs, Found found) {
+  auto y = ys.begin();
+  auto l = ls.begin();
+  auto h = hs.begin();
+  for (const double x : xs)
+    if (found(x, *y++, *l++, *h++)) return true;
+  return false;
+}
+
+int movepart_manager::collision(movepart* p) {
+  const auto end = tab.begin() + number;
+  if (std::find(tab.begin(), end, p) == end) {
+    std::cerr << "collision: erreur interne !" << std::endl << p << std::endl;
+    std::exit(1);
+  }
+  const auto any_box_of = [](const movepart& part, auto found) {
+    const int base_x = static_cast<int>(part.xpos_base);
+    const int base_y = static_cast<int>(part.ypos_base);
+    return any_box(part.lxpos, part.lypos, part.llbox, part.lhbox, [&](double x, double y, int l, int h) {
+      const int left = static_cast<int>(base_x + x);
+      const int top = static_cast<int>(base_y + y);
+      return found(pixel_box{left, top, left + l, top + h});
+    });
+  };
+  return std::any_of(tab.begin(), end, [&](const movepart* other) {
+    if (other == p) return false;
+    return any_box_of(*other, [&](const pixel_box& box) {
+      return any_box_of(*p, [&](const pixel_box& own) { return overlap(box, own); });
+    });
+  });
+}
+
+int movepart_manager::busy_position(FL_Coord xtest, FL_Coord ytest) {
+  return std::any_of(tab.begin(), tab.begin() + number, [&](const movepart* part) {
+    const int base_x = static_cast<int>(part->xpos_base);
+    const int base_y = static_cast<int>(part->ypos_base);
+    return any_box(part->lxpos, part->lypos, part->llbox, part->lhbox, [&](double x, double y, int l, int h) {
+      const int left = base_x + static_cast<int>(x);
+      const int top = base_y + static_cast<int>(y);
+      return covers_with_bounds({left, top, left + l, top + h}, xtest, ytest);
+    });
+  });
+}
+
+int movepart_manager::busy_position_debug(FL_Coord xtest, FL_Coord ytest) {
+  constexpr int arm = 50;
+  fl_line(xtest - arm, ytest, xtest + arm, ytest, FL_BLACK);
+  fl_line(xtest, ytest - arm, xtest, ytest + arm, FL_BLACK);
+  return busy_position(xtest, ytest);
+}
+
+void movepart_manager::draw() {
+  for (int n = 0; n < number; ++n) tab[static_cast<std::size_t>(n)]->draw();
+}
+
+void movepart_manager::paint() const {
+  for (int n = 0; n < number; ++n) tab[static_cast<std::size_t>(n)]->paint();
+}
+
+void movepart_manager::parts_fall() {
+  for (int n = 0; n < number; ++n) tab[static_cast<std::size_t>(n)]->fall();
+}
