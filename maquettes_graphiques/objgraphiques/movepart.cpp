@@ -50,7 +50,7 @@ void movepart::define(movepart_manager& man, FL_FORM* form, Fl_Color background)
 
 movepart::~movepart() {
   if (pman != nullptr) pman->suppart(this);
-  if (associate_forms != nullptr) undraw();
+  if (associate_forms != nullptr && associate_forms->shown()) undraw();
   delete nextpart;
 }
 

@@ -27,8 +27,8 @@ class movepart {
   // cannot move, and only one of the two may still own the linked part when they are destroyed.
   movepart(const movepart&) = default;
   movepart& operator=(const movepart&) = default;
-  // Leaves the registry, erases itself and what it carries, and destroys the part it carries, which
-  // must have been made with new: call unlink() first to keep it.
+  // Leaves the registry, erases itself and what it carries while the window is shown, and destroys
+  // the part it carries, which must have been made with new: call unlink() first to keep it.
   ~movepart();
 
   // Appends a box l * h pixels in colour c, its top-left corner at (x, y) from the base point.
@@ -43,7 +43,7 @@ class movepart {
   int is_linked() const { return linked; }
   Fl_Color my_background_color() const { return background_color; }
 
-  // Paints the boxes, then the carried part.
+  // Paints the boxes, then the carried part. Like every drawing operation it needs a shown window.
   void draw();
   // Erases the boxes, then the carried part.
   void undraw();

@@ -1,0 +1,16 @@
+#pragma once
+// Ends a run in good order when it is ended from outside the window, so that no controller is left
+// waiting for a plant that is gone.
+
+class IOsharemem_server;
+
+// From now on SIGTERM and SIGINT ask for the end of the run: an open modal window closes, and
+// run_end_requested() tells it. Call before the area is created.
+void watch_for_run_end();
+
+// 1 once a signal has asked for the end. Heeds what arrived since FLTK last looked for events.
+int run_end_requested();
+
+// Whatever ends the process from now on, a lost display included, ends the exchange in `area`,
+// which must live until then.
+void end_exchange_at_exit(IOsharemem_server& area);
