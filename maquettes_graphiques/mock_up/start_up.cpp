@@ -11,7 +11,8 @@ std::string joined_arguments(int argc, char** argv) {
 IOsharemem_server* share_with_controller(std::list<std::string>& inputs, std::list<std::string>& outputs,
                                          const std::string& command) {
   auto* const area = new IOsharemem_server(inputs, outputs);
-  const std::string launch = command + " -automemlink " + std::to_string(area->memory_ident()) + " &";
+  std::string launch = command;
+  launch.append(" -automemlink ").append(std::to_string(area->memory_ident())).append(" &");
   [[maybe_unused]] const int ignored = std::system(launch.c_str());
   return area;
 }

@@ -1,0 +1,48 @@
+#include "tests/support/area.h"
+
+#include <sys/shm.h>
+
+#include <atomic>
+#include <fstream>
+#include <limits>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+
+#include "tests/support/wait.h"
+
+int area_created_by(pid_t creator) {
+  std::ifstream table("/proc/sysvipc/shm");
+  std::string line;
+  std::getline(table, line);
+  while (std::getline(table, line)) {
+    std::istringstream row(line);
+    long key = 0, id = 0, size = 0;
+    std::string perms;
+    pid_t cpid = 0;
+    row >> key >> id >> perms >> size >> cpid;
+    if (cpid == creator && size == sizeof(IO_controleur) + 1) return static_cast<int>(id);
+  }
+  return -1;
+}
+
+open_area::open_area(pid_t creator) {
+  if (!wait_until([&] { return (id = area_created_by(creator)) != -1; }))
+    throw std::runtime_error("the process creates no area");
+  record = static_cast<IO_controleur*>(shmat(id, nullptr, 0));
+}
+
+open_area::~open_area() {
+  shmdt(record);
+  shmctl(id, IPC_RMID, nullptr);
+}
+
+int open_area::read(std::int32_t& value) { return std::atomic_ref(value).load(); }
+void open_area::output(int k, int value) const { std::atomic_ref(record->output[k]).store(value); }
+std::int64_t open_area::clock() const { return std::atomic_ref(record->clock).load(); }
+
+bool open_area::cycles(int n) const {
+  // One more: the cycle that is under way may have read the outputs already.
+  const std::int64_t enough = clock() + n + 1;
+  return wait_until([&] { return clock() >= enough || clock() < 0; }) && clock() >= 0;
+}

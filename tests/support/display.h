@@ -1,0 +1,26 @@
+#pragma once
+// A display of one's own: every test program runs on an X server that nobody else draws on.
+
+#include <sys/types.h>
+
+#include <string>
+
+// An Xvfb on a free display number, 1280 * 800 pixels of 24 bits, ready when constructed. It ends with this
+// object, and also when the test program dies.
+class x_server {
+ public:
+  x_server();
+  ~x_server();
+  x_server(const x_server&) = delete;
+  x_server& operator=(const x_server&) = delete;
+
+  const std::string& name() const { return display; }  // ":7"
+  void kill();
+
+ private:
+  pid_t server = -1;
+  std::string display;
+};
+
+// Starts one for the whole test program and puts it into DISPLAY.
+void use_own_display();
