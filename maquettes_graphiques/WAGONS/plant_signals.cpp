@@ -24,7 +24,7 @@ IOsharemem_server* init_partage_mem(const char* param) {
     std::cerr << "ERREUR de parametre:" << std::endl << " wagons <controleur>" << std::endl << std::endl;
     return nullptr;
   }
-  const auto first_output = std::begin(table_signaux) + entree::count;
+  auto* const first_output = std::begin(table_signaux) + entree::count;
   std::list<std::string> l_entrees(std::begin(table_signaux), first_output);
   std::list<std::string> l_sorties(first_output, std::end(table_signaux));
   return share_with_controller(l_entrees, l_sorties, param);

@@ -67,7 +67,7 @@ void cookwagon::erase_band_left_behind() const {
 }
 
 void cookwagon::paint_wheels(double centre, Fl_Color colour) const {
-  const double quarter = l / 4;
+  const int quarter = l / 4;
   const int diameter = h / 2;
   const int top = static_cast<int>(diameter + ypos);
   fl_circf(static_cast<int>(centre - quarter + diameter), top, diameter, colour);

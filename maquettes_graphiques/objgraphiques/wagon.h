@@ -46,7 +46,7 @@ class wagon {
   void change_background(Fl_Color colour) { background_color = colour; }
 
  protected:
-  double half_length() const { return l / 2; }
+  FL_Coord half_length() const { return l / 2; }
 
   FL_FORM* associate_forms;
   Fl_Color background_color;

@@ -28,6 +28,7 @@ std::string whole(int file) {
 process::process(std::vector<std::string> words, const std::vector<std::string>& environment)
     : out(memfd_create("out", MFD_CLOEXEC)), err(memfd_create("err", MFD_CLOEXEC)) {
   std::vector<char*> argv;
+  argv.reserve(words.size() + 1);
   for (std::string& word : words) argv.push_back(word.data());
   argv.push_back(nullptr);
   id = fork();

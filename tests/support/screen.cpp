@@ -91,7 +91,7 @@ std::ostream& operator<<(std::ostream& out, const rgb& colour) {
 }
 
 rgb picture::at(int x, int y) const {
-  const std::uint32_t pixel = pixels.at(static_cast<std::size_t>(y * w + x));
+  const std::uint32_t pixel = pixels.at(index(x, y));
   return {static_cast<int>(pixel >> 16), static_cast<int>(pixel >> 8 & 255), static_cast<int>(pixel & 255)};
 }
 
@@ -108,7 +108,7 @@ picture picture::part(int x, int y, int width, int height) const {
   picture result(width, height);
   for (int row = 0; row < height; ++row)
     for (int column = 0; column < width; ++column)
-      result.put(column, row, pixels.at(static_cast<std::size_t>((y + row) * w + x + column)));
+      result.put(column, row, pixels.at(index(x + column, y + row)));
   return result;
 }
 

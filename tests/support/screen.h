@@ -17,11 +17,11 @@ constexpr rgb black{0, 0, 0}, white{255, 255, 255}, blue{0, 0, 255}, red{255, 0,
 
 class picture {
  public:
-  picture(int a_width, int a_height) : w(a_width), h(a_height), pixels(static_cast<std::size_t>(w * h)) {}
+  picture(int a_width, int a_height) : w(a_width), h(a_height), pixels(index(0, h)) {}
   int width() const { return w; }
   int height() const { return h; }
   rgb at(int x, int y) const;
-  void put(int x, int y, std::uint32_t pixel) { pixels[static_cast<std::size_t>(y * w + x)] = pixel; }
+  void put(int x, int y, std::uint32_t pixel) { pixels[index(x, y)] = pixel; }
   // Pixels of that colour in a rectangle, by default in the whole picture.
   int count(const rgb& colour, int x = 0, int y = 0, int width = -1, int height = -1) const;
   picture part(int x, int y, int width, int height) const;
@@ -30,6 +30,10 @@ class picture {
   void save(const std::string& path) const;
 
  private:
+  std::size_t index(int x, int y) const {
+    return static_cast<std::size_t>(y) * static_cast<std::size_t>(w) + static_cast<std::size_t>(x);
+  }
+
   int w, h;
   std::vector<std::uint32_t> pixels;
 };
