@@ -26,11 +26,14 @@ int area_created_by(pid_t creator) {
   return -1;
 }
 
-open_area::open_area(pid_t creator) {
-  if (!wait_until([&] { return (id = area_created_by(creator)) != -1; }))
+int wait_for_area_of(pid_t creator) {
+  int ident = -1;
+  if (!wait_until([&] { return (ident = area_created_by(creator)) != -1; }))
     throw std::runtime_error("the process creates no area");
-  record = static_cast<IO_controleur*>(shmat(id, nullptr, 0));
+  return ident;
 }
+
+open_area::open_area(int ident) : id(ident), record(static_cast<IO_controleur*>(shmat(ident, nullptr, 0))) {}
 
 open_area::~open_area() {
   shmdt(record);

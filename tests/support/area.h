@@ -5,14 +5,15 @@
 
 #include "bibliocpp/IOshare.h"
 
-// The identifier of the area that a process has created; -1 while there is none.
+// The identifier of the area that a process has created; -1 when there is none.
 int area_created_by(pid_t creator);
+// The same, waited for; throws when it creates none.
+int wait_for_area_of(pid_t creator);
 
-// The area itself, waited for. The segment leaves the system with this object: the programs
-// deliberately let it stay.
+// The area, whose segment leaves the system with this object: the programs deliberately let it stay.
 class open_area {
  public:
-  explicit open_area(pid_t creator);
+  explicit open_area(int ident);
   ~open_area();
   open_area(const open_area&) = delete;
   open_area& operator=(const open_area&) = delete;
@@ -28,6 +29,6 @@ class open_area {
 
  private:
   static int read(std::int32_t& value);
-  int id = -1;
-  IO_controleur* record = nullptr;
+  int id;
+  IO_controleur* record;
 };

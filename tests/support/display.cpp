@@ -1,5 +1,6 @@
 #include "tests/support/display.h"
 
+#include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -15,16 +16,17 @@ x_server::x_server() {
   if (server == 0) {
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     dup2(number[1], 3);
+    dup2(open("/dev/null", O_WRONLY), STDERR_FILENO);
     execlp("Xvfb", "Xvfb", "-displayfd", "3", "-screen", "0", "1280x800x24", "-noreset", "-nolisten", "tcp",
            nullptr);
     _exit(127);
   }
   close(number[1]);
-  display = ":";
+  display.assign(1, ':');
   char c = 0;
   while (read(number[0], &c, 1) == 1 && c != '\n') display += c;  // written when it accepts clients
   close(number[0]);
-  if (display == ":") throw std::runtime_error("Xvfb does not start");
+  if (display.size() == 1) throw std::runtime_error("Xvfb does not start");
 }
 
 x_server::~x_server() { kill(); }
