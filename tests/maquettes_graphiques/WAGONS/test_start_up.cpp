@@ -134,7 +134,7 @@ TEST(run, a_signal_ends_it_through_every_box_of_a_cycle) {
   mine.area.output(sortie::REMPLIR_B, 1);
   ASSERT_NE(mine.box(), 0U);
   mine.simulator.signal(SIGTERM);
-  EXPECT_EQ(mine.simulator.wait(std::chrono::seconds(2)), 0);
+  EXPECT_EQ(mine.simulator.wait(), 0);
   EXPECT_EQ(mine.area.clock(), -1);
 }
 
