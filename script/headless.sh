@@ -1,0 +1,74 @@
+# Runs a mock-up on a virtual display of its own, with hands and a camera; to be sourced. Whatever
+# happens, neither the display nor the plant nor its shared area is left behind.
+
+work=$(mktemp -d)
+plant= area= camera= screen=
+
+leave_nothing_behind() {
+  local status=$?
+  [[ $camera ]] && kill "$camera" 2>/dev/null
+  if [[ $plant ]] && kill "$plant" 2>/dev/null; then wait "$plant" || true; fi
+  [[ $area ]] && ipcrm -m "$area" 2>/dev/null
+  [[ $screen ]] && kill "$screen" 2>/dev/null && wait "$screen"
+  rm -rf "$work"
+  exit "$status"
+}
+trap leave_nothing_behind EXIT
+trap 'exit 130' INT TERM
+
+# run_headless <program> [arguments...]
+run_headless() {
+  mkfifo "$work/display"
+  Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
+  screen=$!
+  read -r display <"$work/display"
+  export DISPLAY=:$display
+  "$@" &
+  plant=$!
+}
+
+# find_window <title>: the plant's window, and its area.
+find_window() {
+  window=$(timeout 20 xdotool search --sync --onlyvisible --name "$1" | head -n 1)
+  eval "$(xdotool getwindowgeometry --shell "$window")"
+  area=$(awk -v creator="$plant" '$5 == creator { print $2 }' /proc/sysvipc/shm)
+}
+
+# Positions are those of the window. A hand takes a fifth of a second.
+press() {
+  xdotool mousemove --window "$window" "$1" "$2" mousedown 1 sleep 0.2 mouseup 1 \
+    mousemove --window "$window" 900 390
+}
+click() { press "$@"; }
+
+# wait_for <seconds> <signal> <value> [<times>]
+wait_for() {
+  timeout "$1" build/bin/signal_journal "$plant" --until "${@:2}" >/dev/null || {
+    echo "the run has not come to $2 = $3" >&2
+    exit 1
+  }
+}
+
+take_picture() {
+  ffmpeg -loglevel error -y -f x11grab -video_size "${WIDTH}x$HEIGHT" -i "$DISPLAY+$X,$Y" -frames:v 1 "$1"
+}
+
+record() {
+  ffmpeg -loglevel error -y -f x11grab -framerate 12 -video_size "${WIDTH}x$HEIGHT" -i "$DISPLAY+$X,$Y" \
+    -c:v ffv1 "$work/$1" </dev/null &
+  camera=$!
+}
+
+# stop_recording <film> <animation>: an animation of the last quarter of a minute.
+stop_recording() {
+  kill -INT "$camera"
+  wait "$camera" || true
+  camera=
+  ffmpeg -loglevel error -y -sseof -15 -i "$work/$1" \
+    -vf "scale=694:-1,split[a][b];[a]palettegen=max_colors=32[p];[b][p]paletteuse=dither=none" "$2"
+}
+
+end_of_run() {
+  wait "$plant"
+  plant=
+}
