@@ -2,6 +2,7 @@
 // The forms helpers, all of them.
 
 #include "bibliocpp/formspp/colour_drawing.h"
+#include "bibliocpp/formspp/message_viewer.h"
 #include "bibliocpp/formspp/string_dialogs.h"
 #include "bibliocpp/formspp/viewer_display.h"
 #include "bibliocpp/formspp/viewer_markup.h"
