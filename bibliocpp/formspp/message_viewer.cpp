@@ -57,7 +57,7 @@ OFD_afficheur::OFD_afficheur(Fl_Window* a_parent, int a_language) : language(a_l
   text_export = add_button(660, 430, 100, 50, label("fichier texte", "text file"));
   page_input = fl_add_input(FL_NORMAL_INPUT, 150, 445, 40, 20, "");
   go = fl_add_button(FL_NORMAL_BUTTON, 190, 445, 20, 20, "");
-  fl_end_form();
+  form->end();  // fl_end_form() turns y upside down in a program that has not called fl_initialize()
 }
 
 OFD_afficheur::~OFD_afficheur() { delete form; }
