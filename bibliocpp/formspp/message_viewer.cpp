@@ -79,7 +79,7 @@ void OFD_afficheur::show(const std::string* lines, int count, const std::string&
   text = {lines, count};
   visu_page();
   const std::string_view shown_title = viewer_markup::first_characters(title, title_length);
-  title_text->copy_label(without_symbols(shown_title).c_str());
+  fl_set_object_Slabel(title_text, without_symbols(shown_title), -1);
   fl_show_form(form, FL_PLACE_MOUSE, FL_TRANSIENT, "");
   run();
   display = {nullptr, 0};  // the lines are the caller's again
@@ -142,8 +142,8 @@ void OFD_afficheur::visu_page() {
   constexpr int page_text_length = 25;
   const std::string number = std::to_string(page + 1);
   const std::string position = "page " + number + " / " + std::to_string(display.nb_pages() + 1) + "    ";
-  page_text->copy_label(position.substr(0, page_text_length).c_str());
-  page_input->value(number.c_str());
+  fl_set_object_Slabel(page_text, position, page_text_length);
+  fl_set_Sinput(page_input, number);
 }
 
 // Deliberate: the character at each cut is lost.
@@ -151,7 +151,7 @@ void OFD_afficheur::add_browser_lines(std::string_view piece) {
   constexpr int longest = 161;
   while (true) {
     const std::string_view line = viewer_markup::first_characters(piece, longest);
-    browser->add(std::string(line).c_str());
+    fl_add_browser_Sline(browser, std::string(line));
     if (line.size() == piece.size()) return;
     piece.remove_prefix(viewer_markup::first_characters(piece, longest + 1).size());
   }
