@@ -1,13 +1,11 @@
 #include <gtest/gtest.h>
 
 #include "bibliocpp/formspp/message_viewer.h"
+#include "tests/support/a_directory.h"
 #include "tests/support/a_window.h"
 #include "tests/support/pilot.h"
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 
 namespace fs = std::filesystem;
@@ -57,32 +55,14 @@ std::list<string> lines(int count) {
   return made;
 }
 
-string contents(const string& file) {
-  std::ifstream in(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
 void make_program(const string& path, const string& script) {
   std::ofstream(path) << "#!/bin/sh\n" << script << "\n";
   fs::permissions(path, fs::perms::owner_all);
 }
 
-// In a directory of its own, in which exports land.
 struct message_viewer : testing::Test {
+  a_directory here;
   a_window parent;
-  fs::path directory;
-
-  message_viewer() {
-    string name = testing::TempDir() + "viewer-XXXXXX";
-    directory = mkdtemp(name.data());
-    fs::current_path(directory);
-  }
-  ~message_viewer() override {
-    fs::current_path("/");
-    fs::remove_all(directory);
-  }
-  message_viewer(const message_viewer&) = delete;
-  message_viewer& operator=(const message_viewer&) = delete;
 };
 
 }  // namespace
@@ -159,7 +139,7 @@ TEST_F(message_viewer, exports_and_says_so) {
   EXPECT_EQ(contents("tmp.txt").substr(0, 63), string(55, '-') + "\nline 1\n");
   EXPECT_TRUE(contents("tmp.txt").ends_with("\nline 100\n"));
   EXPECT_EQ(contents("tmp.pdf"), document.str());
-  fs::remove_all(directory);  // nothing can be written any more
+  fs::remove_all(here.path);  // nothing can be written any more
   reader operator_;
   operator_.press(text).confirms("generation of tmp.txt file");
   operator_.press(pdf).confirms("generation of tmp.pdf file").press(cancel);
@@ -180,7 +160,7 @@ TEST_F(message_viewer, converts_the_postscript_document_in_order) {
   const string path = getenv("PATH");
   make_program("ps2pdf", "echo ${0##*/} \"$@\" >>log");
   for (const char* const name : {"acroread", "rm"}) fs::create_symlink("ps2pdf", name);
-  setenv("PATH", (directory.string() + ":" + path).c_str(), 1);
+  setenv("PATH", (here.path.string() + ":" + path).c_str(), 1);
   OFD_afficheur::imprime_tmp_ps();
   setenv("PATH", path.c_str(), 1);
   EXPECT_EQ(contents("log"), "ps2pdf tmp.ps\nacroread tmp.pdf\nrm tmp.pdf\nrm tmp.ps\n");
