@@ -1,0 +1,167 @@
+#include <gtest/gtest.h>
+
+#include "bibliocpp/formspp/message_viewer.h"
+#include "tests/support/a_directory.h"
+#include "tests/support/a_window.h"
+#include "tests/support/pilot.h"
+
+#include <cstdlib>
+#include <sstream>
+
+namespace fs = std::filesystem;
+using std::string;
+
+namespace {
+
+struct spot {
+  int x, y;
+};
+constexpr spot next{330, 440}, previous{330, 470}, cancel{85, 455}, pdf{510, 455}, text{710, 455},
+    page_input{160, 455}, go{200, 455};
+
+// The labels of the modal window's widgets from the one at (x, y) on, each followed by "|".
+string labels_from(int x, int y) {
+  string labels;
+  for (int i = 0; i < Fl::modal()->children(); ++i) {
+    const Fl_Widget& widget = *Fl::modal()->child(i);
+    if (labels.empty() && (widget.x() != x || widget.y() != y)) continue;
+    labels.append(widget.label() == nullptr ? "" : widget.label()).append("|");
+  }
+  return labels;
+}
+
+Fl_Browser& browser() { return dynamic_cast<Fl_Browser&>(*Fl::modal()->child(1)); }
+
+// The operator at the viewer.
+struct reader : pilot {
+  reader() { box(); }
+  reader& press(const spot& at) { return click(at.x, at.y), *this; }
+  reader& sees_page(const string& position) {
+    return when([=] { return labels_from(80, 20).starts_with("page " + position + "    |"); }), *this;
+  }
+  reader& asks_for_page(const string& number) {
+    press(page_input).key("Control+a").type(number);
+    return press(go);
+  }
+  reader& confirms(const string& message) {
+    when([=] { return Fl::modal()->child(0)->label() == message; }).box().key("Return");
+    return when([] { return Fl::modal()->w() == 820; }), *this;
+  }
+};
+
+std::list<string> lines(int count) {
+  std::list<string> made{"#P 9 "};
+  for (int n = 1; n <= count; ++n) made.push_back("line " + std::to_string(n));
+  return made;
+}
+
+void make_program(const string& path, const string& script) {
+  std::ofstream(path) << "#!/bin/sh\n" << script << "\n";
+  fs::permissions(path, fs::perms::owner_all);
+}
+
+struct message_viewer : testing::Test {
+  a_directory here;
+  a_window parent;
+};
+
+}  // namespace
+
+TEST_F(message_viewer, pages_and_ignores_pages_that_there_are_not) {
+  OFD_afficheur viewer(&parent, 0);
+  auto shown = lines(155);
+  for (int activation = 0; activation < 2; ++activation) {
+    reader operator_;
+    operator_.sees_page("1 / 3").then([this] { EXPECT_FALSE(parent.active()); });
+    operator_.press(previous).press(next).sees_page("2 / 3").press(next).press(next).sees_page("3 / 3");
+    operator_.press(previous).sees_page("2 / 3").then(
+        [] { EXPECT_STREQ(browser().text(2), "@f@S12 line 79  "); });
+    for (const char* const none : {"0", "4", "-1", "x", "4294967297", "18446744073709551617"})
+      operator_.asks_for_page(none);
+    operator_.press(previous).sees_page("1 / 3").asks_for_page("3").sees_page("3 / 3").press(cancel);
+    viewer.activation(shown, "", "");
+    EXPECT_EQ(Fl::modal(), nullptr);
+    EXPECT_TRUE(parent.active());
+  }
+}
+
+TEST_F(message_viewer, shows_its_words_its_title_and_long_lines_in_pieces) {
+  string array[] = {"#P 393 ", "é" + string(500, 'a'), "#P 154 ", "", "#P 155 ", ""};
+  for (const int language : {0, 2}) {
+    OFD_afficheur viewer(&parent, language);
+    string labels, sizes;
+    reader operator_;
+    operator_.sees_page("1 / 1").then([&] {
+      labels = labels_from(230, 20);
+      for (int n = 2; n <= browser().size(); ++n)
+        sizes += std::to_string(string(browser().text(n)).size()) + " ";
+    });
+    operator_.press(next).press(cancel);
+    viewer.activation(array, 6, "à@" + string(100, 'x'), "");
+    EXPECT_EQ(labels,
+              "à@@" + string(79, 'x') + "|page 1 / 1    |" +  // 81 characters, "@@" stands for "@"
+                  (language == 0 ? "page suivante|page precedente|ANNULER|fichier pdf|fichier texte|||"
+                                 : "next page|previous page|CANCEL|pdf file|text file|||"));
+    EXPECT_EQ(sizes, "162 161 76 0 161 0 161 0 ") << "the accent has two bytes";
+  }
+}
+
+TEST_F(message_viewer, returns_at_once_without_lines_and_when_it_is_closed) {
+  OFD_afficheur viewer(&parent, 0);
+  std::list<string> none;
+  parent.deactivate();
+  viewer.activation(nullptr, 5, "", "");
+  EXPECT_TRUE(parent.active());
+  viewer.activation(none, "", "");
+  EXPECT_TRUE(parent.active());
+  string array[] = {"never shown"};
+  for (const char* const way : {"Escape", "close"}) {
+    reader operator_;
+    operator_.sees_page("1 / 1").then([] { EXPECT_EQ(browser().size(), 0); });
+    string(way) == "close" ? operator_.close() : operator_.key(way);
+    viewer.activation(array, 0, "", "");
+    EXPECT_TRUE(parent.active());
+  }
+}
+
+TEST_F(message_viewer, exports_and_says_so) {
+  auto shown = lines(100);
+  std::vector<string> array(shown.begin(), shown.end());
+  std::ostringstream document;
+  OFD_afficheur_filtre_impression(array.data(), 101).imprime_pdf(document);
+  std::ofstream("tmp.txt") << string(100'000, 'x');
+  {
+    reader operator_;
+    operator_.press(text).confirms("generation du fichier tmp.txt");
+    operator_.press(pdf).confirms("generation du fichier tmp.pdf").press(cancel);
+    OFD_afficheur(nullptr, 0).activation(shown, "", "");
+  }
+  EXPECT_EQ(contents("tmp.txt").substr(0, 63), string(55, '-') + "\nline 1\n");
+  EXPECT_TRUE(contents("tmp.txt").ends_with("\nline 100\n"));
+  EXPECT_EQ(contents("tmp.pdf"), document.str());
+  fs::remove_all(here.path);  // nothing can be written any more
+  reader operator_;
+  operator_.press(text).confirms("generation of tmp.txt file");
+  operator_.press(pdf).confirms("generation of tmp.pdf file").press(cancel);
+  OFD_afficheur(nullptr, 1).activation(shown, "", "");
+}
+
+TEST_F(message_viewer, removes_the_document_once_its_reader_has_ended) {
+  make_program("pdf reader", "cp \"$1\" seen.pdf");
+  reader operator_;
+  operator_.press(pdf).when([] { return fs::exists("seen.pdf"); });
+  operator_.then([] { EXPECT_FALSE(fs::exists("tmp.pdf")); }).click(cancel.x, cancel.y);
+  auto shown = lines(1);
+  OFD_afficheur(nullptr, 0).activation(shown, "", "./pdf reader");
+  EXPECT_TRUE(contents("seen.pdf").ends_with("%%EOF\n"));
+}
+
+TEST_F(message_viewer, converts_the_postscript_document_in_order) {
+  const string path = getenv("PATH");
+  make_program("ps2pdf", "echo ${0##*/} \"$@\" >>log");
+  for (const char* const name : {"acroread", "rm"}) fs::create_symlink("ps2pdf", name);
+  setenv("PATH", (here.path.string() + ":" + path).c_str(), 1);
+  OFD_afficheur::imprime_tmp_ps();
+  setenv("PATH", path.c_str(), 1);
+  EXPECT_EQ(contents("log"), "ps2pdf tmp.ps\nacroread tmp.pdf\nrm tmp.pdf\nrm tmp.ps\n");
+}
