@@ -186,10 +186,31 @@ void hands::click(int x, int y) {
 
 void hands::key(const std::string& name) {
   const connection display;
-  tap(display, XStringToKeysym(name.c_str()));
+  const std::string control = "Control+";
+  if (!name.starts_with(control)) return tap(display, XStringToKeysym(name.c_str()));
+  const KeyCode held = XKeysymToKeycode(display, XK_Control_L);
+  XTestFakeKeyEvent(display, held, 1, 0);
+  tap(display, XStringToKeysym(name.substr(control.size()).c_str()));
+  XTestFakeKeyEvent(display, held, 0, 0);
 }
 
 void hands::type(const std::string& ascii) {
   const connection display;
   for (const char c : ascii) tap(display, static_cast<KeySym>(c));
+}
+
+void hands::focus(window_id window) {
+  const connection display;
+  XSetInputFocus(display, window, RevertToPointerRoot, CurrentTime);
+}
+
+void hands::close(window_id window) {
+  const connection display;
+  XEvent event{};
+  event.xclient.type = ClientMessage;
+  event.xclient.window = window;
+  event.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", 0);
+  event.xclient.format = 32;
+  event.xclient.data.l[0] = static_cast<long>(XInternAtom(display, "WM_DELETE_WINDOW", 0));
+  XSendEvent(display, window, 0, NoEventMask, &event);
 }

@@ -62,7 +62,10 @@ void move_to(int x, int y);
 void press();
 void release();
 void click(int x, int y);
-// Keys by their X names: "Return", "Escape", "a".
+// Keys by their X names: "Return", "Escape", "a", "Control+a".
 void key(const std::string& name);
 void type(const std::string& ascii);
+// What a window manager does: gives a window the keyboard, asks it to close.
+void focus(window_id window);
+void close(window_id window);
 }  // namespace hands
