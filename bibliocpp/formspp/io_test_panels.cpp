@@ -10,6 +10,17 @@
 
 namespace {
 
+constexpr int line_height = 16;
+
+// Whatever the font, each name stays beside its lamp.
+class name_list : public Fl_Browser {
+ public:
+  using Fl_Browser::Fl_Browser;
+
+ protected:
+  int item_height(void*) const override { return line_height; }
+};
+
 std::unique_ptr<Fl_Window> make_window(int width, int height) {
   const current_group none(nullptr);
   auto window = std::make_unique<Fl_Window>(width, height);
@@ -118,9 +129,9 @@ OFD_simulator_output::OFD_simulator_output(Fl_Window* w, int xoff, int height, c
 OFD_simulator_output::~OFD_simulator_output() { window->hide(); }
 
 void OFD_simulator_output::build(int xoff, int height, const placing& where) {
-  constexpr int line_height = 16;
   const current_group into(window);
-  list = new Fl_Browser(xoff + 20, 30, 198, height - 68);
+  list = new name_list(xoff + 20, 30, 198, height - 68);
+  list->format_char(0);  // names are shown as they are
   const int lines = std::max(1, (height - 85) / line_height);
   for (int line = 0; line < lines; ++line) {
     auto* const lamp = new Fl_Box(xoff + 7, 34 + line_height * line, 10, 12);
