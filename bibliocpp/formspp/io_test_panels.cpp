@@ -30,7 +30,11 @@ std::unique_ptr<Fl_Window> make_window(int width, int height) {
   return window;
 }
 
-void show(Fl_Window* window, const char* title) { fl_show_form(window, FL_PLACE_MOUSE, FL_TRANSIENT, title); }
+void show(Fl_Window* window, const char* title) {
+  const current_group none(nullptr);  // which showing a window makes it anyway
+  fl_show_form(window, FL_PLACE_MOUSE, FL_TRANSIENT, title);
+  window->copy_label(title);
+}
 
 Fl_Button* add_button(int x, int y, int w, const char* label) {
   auto* const button = new Fl_Button(x, y, w, 20, label);
