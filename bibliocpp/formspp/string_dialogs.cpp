@@ -71,10 +71,7 @@ void save_message(const std::string& text) {
 }  // namespace
 
 void fl_show_Sbigmessages(const std::string& text, int width) {
-<<<<<<< HEAD
-=======
   const current_group none(nullptr);
->>>>>>> i3
   const auto window = std::make_unique<Fl_Window>(6 * width + 10, 570, "Messages");
   auto* const browser = new Fl_Multi_Browser(5, 10, 6 * width, 500);
   const auto* const quit = new Fl_Button(250, 530, 50, 30, "Quit");
