@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <random>
 #include <sstream>
 #include <vector>
 
@@ -152,6 +153,67 @@ TEST(movepart_manager, truncates_bases_and_lets_boxes_touch) {
   EXPECT_EQ(scene.man.collision(left.get()), 0);
   EXPECT_EQ(left->moveredraw(0.9, 0), 0) << "a base of 0.9 counts as 0";
   EXPECT_EQ(left->moveredraw(0.2, 0), 1);
+}
+
+namespace {
+
+struct box {
+  double x, y;
+  int l, h;
+};
+
+// The rule of the collision test, box by box.
+bool boxes_overlap(const std::vector<box>& a, double ax, double ay, const std::vector<box>& b, double bx,
+                   double by) {
+  const auto place = [](double base, double offset) {
+    return static_cast<int>(static_cast<int>(base) + offset);
+  };
+  for (const box& p : a)
+    for (const box& q : b) {
+      const int px = place(ax, p.x), py = place(ay, p.y), qx = place(bx, q.x), qy = place(by, q.y);
+      if (qy + q.h > py && py + p.h > qy && qx + q.l > px && px + p.l > qx) return true;
+    }
+  return false;
+}
+
+}  // namespace
+
+TEST(movepart_manager, agrees_with_the_rule_in_a_crowd_around_the_origin) {
+  a_scene scene;
+  std::mt19937 random(4);
+  const auto between = [&](int low, int high) {
+    return static_cast<int>(random() % static_cast<unsigned>(high - low + 1)) + low;
+  };
+  struct known {
+    std::vector<box> boxes;
+    std::unique_ptr<movepart> part;
+    double x = 0, y = 0;
+  };
+  std::vector<known> crowd(60);
+  for (known& k : crowd) {
+    k.part = std::make_unique<movepart>(scene.man, &scene.window, bg);
+    const int far = between(-80, 80);  // eighths of a pixel, so that every sum is exact
+    for (int n = between(0, 3); n > 0; --n) {
+      k.boxes.push_back({(between(-30, 30) * 8 + far) / 8.0, (between(-30, 30) * 8 - far) / 8.0,
+                         between(-2, 9), between(-2, 9)});
+      k.part->add(k.boxes.back().x, k.boxes.back().y, k.boxes.back().l, k.boxes.back().h, FL_BLUE);
+    }
+  }
+  int refusals = 0;
+  for (int n = 0; n < 6000; ++n) {
+    known& moved = crowd[static_cast<std::size_t>(between(0, 59))];
+    const double x = moved.x + between(-99, 99) / 8.0, y = moved.y + between(-99, 99) / 8.0;
+    bool expected = false;
+    for (const known& other : crowd)
+      expected |= &other != &moved && boxes_overlap(other.boxes, other.x, other.y, moved.boxes, x, y);
+    ASSERT_EQ(moved.part->moveredraw(x - moved.x, y - moved.y), expected) << n;
+    refusals += expected;
+    if (expected) continue;
+    moved.x = x;
+    moved.y = y;
+  }
+  EXPECT_GT(refusals, 500);
+  EXPECT_LT(refusals, 5500);
 }
 
 TEST(movepart_manager, counts_the_pixels_just_past_a_box_as_busy) {
