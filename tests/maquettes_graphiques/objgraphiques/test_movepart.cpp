@@ -153,6 +153,9 @@ TEST(movepart_manager, truncates_bases_and_lets_boxes_touch) {
   EXPECT_EQ(scene.man.collision(left.get()), 0);
   EXPECT_EQ(left->moveredraw(0.9, 0), 0) << "a base of 0.9 counts as 0";
   EXPECT_EQ(left->moveredraw(0.2, 0), 1);
+  const auto across_the_edge = scene.part(-0.5, 100, 1, 1);
+  const auto beside_it = scene.part(0.6, 100, 1, 1);
+  EXPECT_EQ(scene.man.collision(beside_it.get()), 1) << "both come to 0";
 }
 
 namespace {
