@@ -31,6 +31,9 @@ class belt {
   void activate() { active = 1; }
   int is_activing() const { return active; }
 
+  // The travel per react() from the next one on.
+  void change_speed(double new_speed) { speed = new_speed; }
+
   // One step of the travel counter if activated, wrapping round at 0 and length. 1 when it was
   // activated, else 0. Parts follow in the drawing.
   int react();

@@ -43,6 +43,12 @@ class djack {
   int is_out_activing() const { return outactive; }
   int is_in_activing() const { return inactive; }
 
+  // Travels per react() from the next one on.
+  void change_speeds(double new_outspeed, double new_inspeed) {
+    outspeed = new_outspeed;
+    inspeed = new_inspeed;
+  }
+
   // One step of travel, within 0 and lbox; takes the commands. 1 when the travel changed (by more
   // than 0.001), else 0. The part follows in draw().
   int react();
@@ -96,6 +102,11 @@ class sjack {
   // Does nothing: the spring returns the finger.
   void activate_in() {}
   int is_out_activing() const { return outactive; }
+
+  void change_speeds(double new_outspeed, double new_inspeed) {
+    outspeed = new_outspeed;
+    inspeed = new_inspeed;
+  }
 
   int react();
   void unreact() { delta_finger = olddelta_finger; }

@@ -94,7 +94,7 @@ TEST(jacks, each_variant_is_painted_and_pushes_as_its_row_of_the_table) {
 TEST(jacks, the_finger_is_centred_by_halves_of_whole_pixels) {
   a_scene scene;
   const auto load = scene.part(20, 20, 10, 10);
-  rdjack jack(&scene.window, 50, 100, 50, 21, 60, 5, 1, 1, load.get(), 3.9);
+  rdjack jack(&scene.window, 50, 100, 50, 20, 60, 5, 1, 1, load.get(), 3.9);
   jack.draw();
   EXPECT_EQ(rows(scene.window.look(), 110, black), (extent{108, 112})) << "100 + 10 - 2";
   EXPECT_EQ(scene.window.pixel_at(53, 101), black) << "the travel is truncated";
