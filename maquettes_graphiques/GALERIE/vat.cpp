@@ -1,5 +1,7 @@
 #include "maquettes_graphiques/GALERIE/vat.h"
 
+#include <FL/fl_draw.H>
+
 #include <algorithm>
 
 namespace {
@@ -74,6 +76,10 @@ void vat::report(sensors& seen) const {
 }
 
 void vat::paint() const {
+  fl_font(FL_TIMES, 14);
+  fl_color(FL_BLACK);
+  fl_draw("vanne", centre + 20, bottom - height - 55);
+  fl_draw("cuve, melangeur, resistor", left - 18, bottom + 20);
   tank.paint();
   inlet.paint();
   outlet.paint();

@@ -38,6 +38,20 @@ cookwagon make_wagon(FL_FORM* window, movepart* tray) {
           background};
 }
 
+void paint_captions() {
+  struct caption {
+    const char* text;
+    int x, y;
+  };
+  constexpr caption captions[] = {
+      {"trappe", hopper_x + 26, hopper_y + 18},   {"hbelt", belt_left, belt_top - 6},
+      {"bdjack", pusher_x + 18, pusher_top + 40}, {"rbelt", axle_x - ring - 55, axle_y},
+      {"hrdjack", arm_x - 10, arm_y + 34},        {"cookwagon", belt_left, track_y + 38}};
+  fl_font(FL_TIMES, 14);
+  fl_color(FL_BLACK);
+  for (const caption& c : captions) fl_draw(c.text, c.x, c.y);
+}
+
 }  // namespace
 
 workshop::workshop(FL_FORM* a_window)
@@ -239,6 +253,7 @@ void workshop::paint_lines() const {
 
 void workshop::paint() const {
   paint_lines();
+  paint_captions();
   trapdoor.paint();
   belt.paint();
   pusher.paint();
