@@ -246,8 +246,8 @@ void workshop::paint_lines() const {
     fl_line(hopper_x + side, hopper_y - 30, hopper_x + side, hopper_y + half_piece, FL_BLACK);
   fl_line(belt_left, belt_top + belt_width, belt_left + belt_length, belt_top + belt_width, FL_BLACK);
   fl_color(FL_BLACK);
-  for (const int radius : {ring - half_piece - 3, ring + half_piece + 5})
-    fl_arc(axle_x - radius, axle_y - radius, 2 * radius, 2 * radius, 0, 360);
+  constexpr int rim = ring + half_piece + 5;
+  fl_arc(axle_x - rim, axle_y - rim, 2 * rim, 2 * rim, 0, 360);
   fl_line(belt_left, track_y + 20, belt_left + 530, track_y + 20, FL_BLACK);
 }
 
