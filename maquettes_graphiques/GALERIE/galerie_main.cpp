@@ -2,15 +2,13 @@
 // command.
 
 #include <FL/forms.H>
-#include <unistd.h>
 
 #include "maquettes_graphiques/GALERIE/gallery_cycle.h"
+#include "maquettes_graphiques/mock_up/run_cycles.h"
 #include "maquettes_graphiques/mock_up/run_end.h"
 #include "maquettes_graphiques/mock_up/start_up.h"
 
 int main(int argc, char** argv) {
-  constexpr useconds_t cycle_pause_us = 5000;
-
   // Before FLTK sees the arguments: all of them are the controller's.
   const std::string command = joined_arguments(argc, argv);
   watch_for_run_end();
@@ -20,11 +18,6 @@ int main(int argc, char** argv) {
   fl_initialize(&argc, argv, nullptr, nullptr, 0);
   gallery run(mem);
   show_gallery(run);
-  do {
-    gallery_cycle(run);
-    usleep(cycle_pause_us);
-  } while (goes_on(run));
-
-  if (run.panel.window->shown()) fl_hide_form(run.panel.window);
-  return 0;  // and the exchange ends
+  run_cycles(
+      *run.panel.window, mem, [&run] { gallery_cycle(run); }, [&run] { return goes_on(run); });
 }
