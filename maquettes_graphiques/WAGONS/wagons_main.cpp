@@ -1,7 +1,6 @@
 // wagons <controleur>: runs the coal mine with the given controller command.
 
 #include <FL/forms.H>
-#include <unistd.h>
 
 #include <iostream>
 #include <string>
@@ -9,12 +8,11 @@
 #include "maquettes_graphiques/WAGONS/mine_scene.h"
 #include "maquettes_graphiques/WAGONS/plant_signals.h"
 #include "maquettes_graphiques/WAGONS/simulation_cycle.h"
+#include "maquettes_graphiques/mock_up/run_cycles.h"
 #include "maquettes_graphiques/mock_up/run_end.h"
 #include "maquettes_graphiques/mock_up/start_up.h"
 
 int main(int argc, char** argv) {
-  constexpr useconds_t cycle_pause_us = 5000;
-
   // Before FLTK sees the arguments: all of them are the controller's.
   const std::string chaine_param = joined_arguments(argc, argv);
   watch_for_run_end();
@@ -30,12 +28,7 @@ int main(int argc, char** argv) {
   mine_scene scene(p_mine);
   simulation run{p_mine, scene, mem};
   show_mine(run);
-  do {
-    simulation_cycle(run);
-    usleep(cycle_pause_us);
-  } while (goes_on(run));
-
-  if (p_mine->mine->shown()) fl_hide_form(p_mine->mine);
-  mem->sharing_terminate();
+  run_cycles(
+      *p_mine->mine, mem, [&run] { simulation_cycle(run); }, [&run] { return goes_on(run) != 0; });
   return 0;
 }

@@ -55,6 +55,9 @@ movepart::~movepart() {
 }
 
 void movepart::add(double x, double y, FL_Coord l, FL_Coord h, Fl_Color c) {
+  if (lcolor.empty()) around = {x, y, x + l, y + h};
+  around = {std::min(around.left, x), std::min(around.top, y), std::max(around.right, x + l),
+            std::max(around.bottom, y + h)};
   lxpos.push_back(x);
   lypos.push_back(y);
   llbox.push_back(l);

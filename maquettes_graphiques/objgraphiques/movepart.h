@@ -99,6 +99,10 @@ class movepart {
   FL_OBJECT* internal_ob = nullptr;  // reserved
   movepart* nextpart = nullptr;
   int linked = 0;
+  // From the base point to the outermost edges of the boxes: what a collision test looks at first.
+  struct {
+    double left = 0.0, top = 0.0, right = 0.0, bottom = 0.0;
+  } around;
 };
 
 // "coords <x> <y>" with the base point, then x offsets, y offsets, widths, heights and colours, a

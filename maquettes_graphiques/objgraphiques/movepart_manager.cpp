@@ -1,6 +1,7 @@
 #include "maquettes_graphiques/objgraphiques/movepart_manager.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdlib>
 #include <iostream>
@@ -55,6 +56,16 @@ static bool any_box(const std::list<double>& xs, const std::list<double>& ys, co
   return false;
 }
 
+// False only where no box of one part can overlap one of the other: a glance that spares most pairs
+// the look at each box. Truncation moves either edge by less than a pixel.
+bool movepart_manager::may_overlap(const movepart& a, const movepart& b) {
+  constexpr double slack = 3.0;
+  const double dx = std::trunc(b.xpos_base) - std::trunc(a.xpos_base);
+  const double dy = std::trunc(b.ypos_base) - std::trunc(a.ypos_base);
+  return dx + b.around.right + slack > a.around.left && a.around.right + slack > dx + b.around.left &&
+         dy + b.around.bottom + slack > a.around.top && a.around.bottom + slack > dy + b.around.top;
+}
+
 int movepart_manager::collision(movepart* p) {
   const auto end = tab.begin() + number;
   if (std::find(tab.begin(), end, p) == end) {
@@ -71,7 +82,7 @@ int movepart_manager::collision(movepart* p) {
     });
   };
   return std::any_of(tab.begin(), end, [&](const movepart* other) {
-    if (other == p) return false;
+    if (other == p || !may_overlap(*p, *other)) return false;
     return any_box_of(*other, [&](const pixel_box& box) {
       return any_box_of(*p, [&](const pixel_box& own) { return overlap(box, own); });
     });

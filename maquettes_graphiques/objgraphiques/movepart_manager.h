@@ -41,6 +41,8 @@ class movepart_manager {
   void parts_fall();
 
  private:
+  static bool may_overlap(const movepart& a, const movepart& b);
+
   static constexpr int capacity = 100;
   int number = 0;
   std::array<movepart*, capacity> tab{};

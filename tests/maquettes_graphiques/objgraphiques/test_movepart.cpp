@@ -1,55 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <memory>
+#include <random>
 #include <sstream>
 #include <vector>
 
-#include "maquettes_graphiques/objgraphiques.h"
-#include "tests/support/a_window.h"
-
-namespace {
-
-constexpr Fl_Color bg = FL_BACKGROUND_COLOR;
-
-struct a_scene {
-  a_window window;
-  movepart_manager man;
-
-  std::unique_ptr<movepart> part(double x, double y, int l, int h, Fl_Color colour = FL_BLUE) {
-    auto p = std::make_unique<movepart>(man, &window, bg);
-    p->add(x, y, l, h, colour);
-    return p;
-  }
-};
-
-// The columns (or rows) of a colour along a line of the window, as first and last; -1 when there is none.
-struct extent {
-  int first = -1, last = -1;
-  bool operator==(const extent&) const = default;
-};
-std::ostream& operator<<(std::ostream& out, const extent& e) { return out << e.first << ".." << e.last; }
-
-extent columns(const picture& seen, int y, const rgb& colour) {
-  extent found;
-  for (int x = 0; x < seen.width(); ++x)
-    if (seen.at(x, y) == colour) {
-      if (found.first < 0) found.first = x;
-      found.last = x;
-    }
-  return found;
-}
-
-extent rows(const picture& seen, int x, const rgb& colour) {
-  extent found;
-  for (int y = 0; y < seen.height(); ++y)
-    if (seen.at(x, y) == colour) {
-      if (found.first < 0) found.first = y;
-      found.last = y;
-    }
-  return found;
-}
-
-}  // namespace
+#include "tests/maquettes_graphiques/objgraphiques/a_scene.h"
 
 TEST(movepart, adds_up_moves_of_a_fraction_of_a_pixel) {
   a_scene scene;
@@ -198,6 +153,70 @@ TEST(movepart_manager, truncates_bases_and_lets_boxes_touch) {
   EXPECT_EQ(scene.man.collision(left.get()), 0);
   EXPECT_EQ(left->moveredraw(0.9, 0), 0) << "a base of 0.9 counts as 0";
   EXPECT_EQ(left->moveredraw(0.2, 0), 1);
+  const auto across_the_edge = scene.part(-0.5, 100, 1, 1);
+  const auto beside_it = scene.part(0.6, 100, 1, 1);
+  EXPECT_EQ(scene.man.collision(beside_it.get()), 1) << "both come to 0";
+}
+
+namespace {
+
+struct box {
+  double x, y;
+  int l, h;
+};
+
+// The rule of the collision test, box by box.
+bool boxes_overlap(const std::vector<box>& a, double ax, double ay, const std::vector<box>& b, double bx,
+                   double by) {
+  const auto place = [](double base, double offset) {
+    return static_cast<int>(static_cast<int>(base) + offset);
+  };
+  for (const box& p : a)
+    for (const box& q : b) {
+      const int px = place(ax, p.x), py = place(ay, p.y), qx = place(bx, q.x), qy = place(by, q.y);
+      if (qy + q.h > py && py + p.h > qy && qx + q.l > px && px + p.l > qx) return true;
+    }
+  return false;
+}
+
+}  // namespace
+
+TEST(movepart_manager, agrees_with_the_rule_in_a_crowd_around_the_origin) {
+  a_scene scene;
+  std::mt19937 random(4);
+  const auto between = [&](int low, int high) {
+    return static_cast<int>(random() % static_cast<unsigned>(high - low + 1)) + low;
+  };
+  struct known {
+    std::vector<box> boxes;
+    std::unique_ptr<movepart> part;
+    double x = 0, y = 0;
+  };
+  std::vector<known> crowd(60);
+  for (known& k : crowd) {
+    k.part = std::make_unique<movepart>(scene.man, &scene.window, bg);
+    const int far = between(-80, 80);  // eighths of a pixel, so that every sum is exact
+    for (int n = between(0, 3); n > 0; --n) {
+      k.boxes.push_back({(between(-30, 30) * 8 + far) / 8.0, (between(-30, 30) * 8 - far) / 8.0,
+                         between(-2, 9), between(-2, 9)});
+      k.part->add(k.boxes.back().x, k.boxes.back().y, k.boxes.back().l, k.boxes.back().h, FL_BLUE);
+    }
+  }
+  int refusals = 0;
+  for (int n = 0; n < 6000; ++n) {
+    known& moved = crowd[static_cast<std::size_t>(between(0, 59))];
+    const double x = moved.x + between(-99, 99) / 8.0, y = moved.y + between(-99, 99) / 8.0;
+    bool expected = false;
+    for (const known& other : crowd)
+      expected |= &other != &moved && boxes_overlap(other.boxes, other.x, other.y, moved.boxes, x, y);
+    ASSERT_EQ(moved.part->moveredraw(x - moved.x, y - moved.y), expected) << n;
+    refusals += expected;
+    if (expected) continue;
+    moved.x = x;
+    moved.y = y;
+  }
+  EXPECT_GT(refusals, 500);
+  EXPECT_LT(refusals, 5500);
 }
 
 TEST(movepart_manager, counts_the_pixels_just_past_a_box_as_busy) {

@@ -1,0 +1,176 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <vector>
+
+#include "bibliocpp/formspp.h"
+#include "tests/maquettes_graphiques/objgraphiques/a_scene.h"
+
+namespace {
+
+// With its scene's colours: blue on white.
+template <typename Fixture>
+Fixture coloured(Fixture fixture) {
+  fixture.change_background(FL_WHITE);
+  fixture.change_foreground(FL_BLUE);
+  return fixture;
+}
+
+}  // namespace
+
+TEST(cuve, fills_to_the_brim_and_tells_its_level) {
+  a_window window;
+  cuve tank(&window, 50, 150, 60, 100, 20, 80, 20, 2.0, 0);
+  struct level {
+    double in, out;
+    int steps, reacts;
+    double hpos;
+    int empty, full, overfull;
+  };
+  for (const level& l : std::vector<level>{{0, 0, 1, 0, 20, 1, 0, 0},    // at the lower mark
+                                           {3, 2, 1, 1, 20.5, 0, 0, 0},  // by the flow over convspeed
+                                           {5, 5, 9, 0, 20.5, 0, 0, 0},
+                                           {0, 1, 41, 1, 0, 1, 0, 0},  // no further than dry
+                                           {2, 0, 79, 1, 79, 0, 0, 0},
+                                           {2, 0, 1, 1, 80, 0, 1, 0},
+                                           {2, 0, 40, 1, 99, 0, 1, 1}}) {
+    tank.change_in(l.in);
+    tank.change_out(l.out);
+    int changing = -1;
+    for (int n = 0; n < l.steps; ++n) changing = tank.react();
+    EXPECT_EQ(changing, l.reacts) << l.hpos;
+    EXPECT_DOUBLE_EQ(tank.my_hpos(), l.hpos);
+    EXPECT_EQ(tank.empty(), l.empty) << l.hpos;
+    EXPECT_EQ(tank.full(), l.full) << l.hpos;
+    EXPECT_EQ(tank.overfull(), l.overfull) << l.hpos;
+  }
+}
+
+TEST(cuve, shows_level_and_walls_the_flag_notwithstanding) {
+  a_window window;
+  for (const int opencuve : {0, 1}) {
+    auto tank = coloured(cuve(&window, 50, 150, 60, 100, 20, 80, 30, 1.0, opencuve));
+    tank.draw();
+    const picture seen = window.look();
+    EXPECT_EQ(rows(seen, 80, white).last, 119) << "the empty part";
+    EXPECT_EQ(rows(seen, 80, blue).first, 120);
+    EXPECT_EQ(seen.at(80, 50) == black, opencuve == 1) << "a lid on the tank that is called open";
+    EXPECT_EQ(seen.at(50, 100), black);
+    EXPECT_EQ(seen.at(opencuve ? 109 : 110, 100), black);
+    EXPECT_EQ(seen.at(80, opencuve ? 149 : 150), black);
+  }
+}
+
+TEST(vanne, shows_its_gate_along_or_across_the_pipe) {
+  a_window window;
+  for (const int horizontal : {0, 1})
+    for (const int open : {0, 1}) {
+      fl_rectf(0, 0, 300, 200, bg);
+      auto valve = coloured(vanne(&window, 100, 100, 80, 8, 30, open, horizontal));
+      valve.draw();
+      const picture seen = window.look();
+      EXPECT_EQ(seen.at(86, 86), white) << "a new valve clears its gate";
+      const bool upright = horizontal != open;
+      EXPECT_EQ(seen.count(blue, 96, 85, 8, 30) == 8 * 30, upright);
+      EXPECT_EQ(seen.count(blue, 85, 96, 30, 8) == 8 * 30, !upright);
+      EXPECT_EQ(seen.at(horizontal ? 60 : 96, horizontal ? 96 : 60), blue) << "pipe";
+      EXPECT_EQ(seen.at(horizontal ? 140 : 104, horizontal ? 104 : 140), blue);
+      EXPECT_EQ(seen.at(110, 89), blue) << "rim";
+      EXPECT_EQ(valve.is_open(), open);
+      open ? valve.close() : valve.open();
+      EXPECT_EQ(valve.is_close(), open);
+      valve.draw();
+      const picture changed = window.look();
+      EXPECT_EQ(changed.count(blue, 96, 85, 8, 30) == 8 * 30, !upright);
+      fl_rectf(105, 86, 3, 3, FL_RED);
+      valve.draw();
+      EXPECT_EQ(window.pixel_at(106, 87), red) << "unchanged, it clears nothing";
+    }
+}
+
+TEST(melangeur, erases_its_blades_only_while_it_turns) {
+  a_window window;
+  auto mixer = coloured(melangeur(&window, 100, 100, 60));
+  fl_rectf(0, 0, 300, 200, FL_WHITE);
+  const auto blade_at = [&](double a) {
+    return window.pixel_at(100 + static_cast<int>(20 * std::cos(a)),
+                           100 + static_cast<int>(20 * std::sin(a)));
+  };
+  mixer.react();
+  mixer.draw();
+  EXPECT_EQ(mixer.my_angle(), 40.0) << "at rest";
+  const picture at_rest = window.look();
+  EXPECT_EQ(at_rest.at(100 - 10, 100 + 11), blue) << "40 radians, less six turns: 131.8 degrees";
+  EXPECT_EQ(at_rest.at(130, 100), blue) << "rim";
+  mixer.change_speed(0.4);
+  mixer.react();
+  mixer.draw();
+  EXPECT_DOUBLE_EQ(mixer.my_angle(), 40.4);
+  EXPECT_EQ(window.pixel_at(100 - 10, 100 + 11), white);
+  EXPECT_EQ(blade_at(M_PI / 2 + 40.4), blue) << "and the blade across";
+  mixer.change_speed(0.0005);
+  mixer.react();
+  EXPECT_DOUBLE_EQ(mixer.my_angle(), 40.4);
+  fl_line(100, 100, 100 - 20, 100 + 22, FL_BLUE);
+  mixer.draw();
+  EXPECT_EQ(window.pixel_at(100 - 10, 100 + 11), blue) << "at rest it erases nothing";
+}
+
+TEST(resistor, glows_while_it_heats) {
+  a_window window;
+  auto coil = coloured(resistor(&window, 150, 100, 120, 60));
+  coil.draw();
+  const picture cold = window.look();
+  for (const auto& [x, y] : std::vector<std::pair<int, int>>{
+           {160, 100}, {120, 90}, {120, 110}, {90, 80}, {90, 120}, {150, 70}, {205, 70}, {205, 130}})
+    EXPECT_EQ(cold.at(x, y), blue) << x << ", " << y;
+  EXPECT_EQ(cold.at(150, 100), grey) << "a hairpin, open between its runs";
+  coil.heat();
+  EXPECT_EQ(coil.is_heating(), 1);
+  coil.draw();
+  EXPECT_EQ(window.look().count(red), cold.count(blue));
+  fl_line(10, 10, 30, 10, FL_BLACK);
+  EXPECT_EQ(rows(window.look(), 20, black), (extent{10, 10})) << "lines are thin again";
+  coil.unheat();
+  coil.draw();
+  EXPECT_TRUE(window.look().part(50, 50, 200, 100) == cold.part(50, 50, 200, 100));
+}
+
+TEST(trappe, a_horizontal_flap_leaves_no_trace_and_a_vertical_one_does) {
+  a_window window;
+  struct a_point {
+    int x, y;
+  };
+  for (const int horizontal : {1, 0}) {
+    fl_rectf(0, 0, 300, 200, FL_WHITE);
+    auto flap = coloured(trappe(&window, 100, 100, 50, M_PI / 6, 0, horizontal));
+    // Near the flap's end, open and closed.
+    const a_point open = horizontal ? a_point{143, 76} : a_point{124, 57};
+    const a_point closed = horizontal ? a_point{145, 100} : a_point{100, 145};
+    flap.draw();
+    EXPECT_EQ(window.pixel_at(closed.x, closed.y), blue);
+    flap.open();
+    EXPECT_EQ(flap.is_open(), 1);
+    flap.draw();
+    EXPECT_EQ(window.pixel_at(open.x, open.y), blue);
+    EXPECT_EQ(window.pixel_at(closed.x, closed.y), horizontal ? white : blue);
+    flap.close();
+    EXPECT_EQ(flap.is_close(), 1);
+    flap.draw();
+    EXPECT_EQ(window.pixel_at(closed.x, closed.y), blue);
+    EXPECT_EQ(window.pixel_at(open.x, open.y), horizontal ? white : blue);
+    const picture seen = window.look();
+    fl_line(101, 100, 103, 100, FL_RED);
+    flap.draw();
+    EXPECT_TRUE(window.look() == seen || !horizontal) << "unchanged, it only paints";
+  }
+}
+
+TEST(trappe, a_new_one_clears_the_state_it_is_not_in) {
+  a_window window;
+  auto flap = coloured(trappe(&window, 100, 100, 50, M_PI / 2, 1, 1));
+  EXPECT_EQ(flap.my_angle(), M_PI / 2);
+  flap.draw();
+  EXPECT_EQ(columns(window.look(), 100, white), (extent{101, 150}));
+  EXPECT_EQ(rows(window.look(), 100, blue), (extent{50, 100}));
+}
