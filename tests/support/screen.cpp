@@ -152,8 +152,14 @@ place place_of(window_id window) {
 }
 
 void move_window(window_id window, int x, int y) {
-  const connection display;
-  XMoveWindow(display, window, x, y);
+  wait_until([&] {
+    {
+      const connection display;
+      XMoveWindow(display, window, x, y);
+    }
+    const place now = place_of(window);
+    return now.x == x && now.y == y;
+  });
 }
 
 picture screen_at(const place& where) {

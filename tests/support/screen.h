@@ -51,6 +51,7 @@ struct place {
 };
 // Where a window lies on the screen.
 place place_of(window_id window);
+// Waits until it is there: a program that has just shown a window may still place it itself.
 void move_window(window_id window, int x, int y);
 // What the screen shows there, other windows that cover it included.
 picture screen_at(const place& where);

@@ -157,7 +157,6 @@ TEST(run, a_lost_or_missing_display_ends_it_with_an_error) {
 TEST(run, two_at_once_never_see_each_other) {
   running_mine one;
   move_window(one.window, 0, 0);
-  ASSERT_TRUE(wait_until([&] { return place_of(one.window).x == 0; }));
   process other({built("wagons"), "true"});
   const open_area its_area(wait_for_area_of(other.pid()));
   ASSERT_NE(its_area.ident(), one.area.ident());

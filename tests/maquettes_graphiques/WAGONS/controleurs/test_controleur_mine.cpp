@@ -8,7 +8,7 @@
 namespace {
 
 struct a_run : running_mine {
-  a_run() : running_mine(built("controleur_mine")) {}
+  explicit a_run(const char* controller = "controleur_mine") : running_mine(built(controller)) {}
 
   bool all_home() const {
     return area.input(entree::pcA) && area.input(entree::pcB) && area.input(entree::pcC);
@@ -182,4 +182,21 @@ TEST(independent_controller, hauls_a_load_by_the_layout_of_the_record_alone) {
   EXPECT_TRUE(wait_until([&] { return mine.simulator.output() == "hauled\n"; })) << mine.simulator.errors();
   EXPECT_EQ(mine.area.input(entree::wCvide), 1);
   EXPECT_EQ(mine.quit(), 0);
+}
+
+TEST(controller_of_the_readme, hauls_and_a_journal_tells_it) {
+  a_run run("shuttle");
+  process journal(
+      {built("signal_journal"), std::to_string(run.simulator.pid()), "--until", "wCvide", "1", "2"});
+  ASSERT_TRUE(wait_until([&] { return !journal.output().empty(); }));
+  run.push(buttons::start);
+  EXPECT_TRUE(run.hauls(2));
+  EXPECT_EQ(journal.wait(), 0);
+  for (const char* const change :
+       {" s  dc 1\n", " s  REMPLIR_A 1\n", " s  wAplein 1\n", " s  VIDER_C 1\n", " s  wCvide 1\n"})
+    EXPECT_NE(journal.output().find(change), std::string::npos) << change;
+  EXPECT_EQ(run.quit(), 0);
+  process none({built("signal_journal"), "1"});
+  EXPECT_EQ(none.wait(), 2);
+  EXPECT_EQ(none.errors(), "signal_journal: process 1 has no area\n");
 }
