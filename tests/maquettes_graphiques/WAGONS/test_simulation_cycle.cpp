@@ -288,3 +288,37 @@ TEST(cycle, allocates_nothing_of_its_own) {
   mine.cycle(20);
   EXPECT_EQ(allocations() - before, 0);
 }
+
+TEST(scene, stands_where_the_stations_are) {
+  a_mine mine;
+  const picture seen = look_at(*mine.panel.mine);
+  for (const int hopper : {100, 600}) {
+    EXPECT_EQ(seen.count(black, hopper - 20, 35, 41, 20), 41 * 20) << "full";
+    for (const int side : {-10, 10})
+      EXPECT_EQ(seen.count(black, hopper + side, 60, 1, 71), 71) << "spout, to y = 130";
+  }
+  EXPECT_EQ(seen.count(black, 281, 170 + 1, 39, 100), 2 * 76 + 2 * 9) << "the middle one is empty";
+  for (const int track : {170, 320}) EXPECT_EQ(seen.count(black, 20, track, 681, 1), 681);
+  EXPECT_EQ(seen.at(600, 340), black);
+  EXPECT_EQ(seen.at(700, 380), black);
+  EXPECT_EQ(seen.at(650, 360), black);
+  EXPECT_EQ(seen.width(), 925);
+  EXPECT_EQ(seen.height(), 400);
+}
+
+TEST(scene, an_odd_hopper_is_narrower_than_its_coal) {
+  a_window window;
+  dessine_entonnoir(100, 50, 41, 60, 1);
+  const picture seen = window.look();
+  EXPECT_EQ(seen.count(black, 80, 40, 42, 20), 42 * 20);
+  EXPECT_EQ(seen.at(120, 60), black) << "right wall, half of 41 being 20";
+  EXPECT_EQ(seen.at(110, 110), black);
+  EXPECT_EQ(seen.at(110, 111), grey);
+}
+
+TEST(heure10, counts_half_seconds_since_midnight) {
+  const long before = time(nullptr) % 86'400 * 2;
+  const long now = heure10();
+  const long after = time(nullptr) % 86'400 * 2 + 1;
+  EXPECT_TRUE(before <= after ? before <= now && now <= after : now >= before || now <= after);
+}
