@@ -103,11 +103,12 @@ int fill(const std::list<std::string>& names, std::int32_t* values, char (*slots
   return count;
 }
 
-// The end mark is looked at first: most names differ in length.
+// Looked at from the end: the names of a plant differ there, if not in their length.
 bool slot_is(const char (&slot)[50], const std::string& name) {
   const std::size_t length = name.size();
-  return length < sizeof slot && slot[length] == '\0' && std::memcmp(slot, name.data(), length) == 0 &&
-         std::strlen(slot) == length;
+  return length < sizeof slot && slot[length] == '\0' &&
+         (length == 0 || slot[length - 1] == name[length - 1]) &&
+         std::memcmp(slot, name.data(), length) == 0 && std::strlen(slot) == length;
 }
 
 }  // namespace
