@@ -44,7 +44,7 @@ void paint_captions() {
     int x, y;
   };
   constexpr caption captions[] = {
-      {"trappe", hopper_x + 26, hopper_y + 18},   {"hbelt", belt_left, belt_top - 6},
+      {"trappe", hopper_x + 26, hopper_y + 18},   {"hbelt", belt_left + 100, belt_top - 6},
       {"bdjack", pusher_x + 18, pusher_top + 40}, {"rbelt", axle_x - ring - 55, axle_y},
       {"hrdjack", arm_x - 10, arm_y + 34},        {"cookwagon", belt_left, track_y + 38}};
   fl_font(FL_TIMES, 14);
@@ -122,7 +122,9 @@ void workshop::drop_piece(const commands& wanted) {
 
 void workshop::run_belt(const commands& wanted) {
   if (wanted[sortie::TAPIS]) belt.activate();
-  if (belt.react()) belt.redraw();
+  if (!belt.react()) return;
+  belt.redraw();
+  belt.paint();  // over what the piece has erased in the colour of the ground
 }
 
 // The plate takes the piece along as soon as it touches it, and leaves it when it draws back.
@@ -141,12 +143,14 @@ void workshop::push(const commands& wanted) {
     where = pusher.out_stop() ? places::table : places::belt;
     where == places::table ? table.add_ppart(&piece) : belt.add_ppart(&piece);
   }
-  if (pusher.react()) {
-    const int plate_left = pusher_x - pusher_width / 2;
-    fl_rectf(plate_left, plate.actual_last_ypos() - plate_height, pusher_width, 2 * plate_height, background);
-    belt.paint();
-  }
+  const bool moved = pusher.react();
   pusher.draw();
+  if (!moved) return;
+  // A finger that draws back leaves itself behind.
+  fl_rectf(pusher_x - pusher_width / 2, plate.actual_last_ypos(), pusher_width, 2 * plate_height, background);
+  belt.paint();
+  pusher.paint();
+  plate.draw();
 }
 
 void workshop::turn_table(const commands& wanted) {
