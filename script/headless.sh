@@ -65,7 +65,7 @@ stop_recording() {
   wait "$camera" || true
   camera=
   ffmpeg -loglevel error -y -sseof -15 -i "$work/$1" \
-    -vf "scale=694:-1,split[a][b];[a]palettegen=max_colors=32[p];[b][p]paletteuse=dither=none" "$2"
+    -vf "scale=694:-1,split[a][b];[a]palettegen=max_colors=64[p];[b][p]paletteuse=dither=none" "$2"
 }
 
 end_of_run() {

@@ -9,8 +9,8 @@ namespace {
 constexpr int left = 610, bottom = 350, width = 110, height = 190;
 constexpr int lower_mark = 15, upper_mark = 150;
 constexpr int centre = left + width / 2;
-constexpr double cold_celsius = 15.0, hot_celsius = 60.0;
-constexpr Fl_Color cold_liquid = FL_CYAN, hot_liquid = FL_DARK_MAGENTA;
+constexpr double cold_celsius = 15.0, hot_celsius = 60.0, no_longer_hot_celsius = 50.0;
+constexpr Fl_Color cold_liquid = FL_CYAN, hot_liquid = FL_MAGENTA;
 
 template <typename... Fixture>
 void colour(Fl_Color foreground, Fixture&... fixtures) {
@@ -36,8 +36,6 @@ void vat::change_speeds(double a_flow, double a_mixing) {
   mixing = a_mixing;
 }
 
-bool vat::hot() const { return celsius >= hot_celsius; }
-
 // New liquid comes in cold; an empty tank forgets.
 void vat::heat_liquid() {
   constexpr double heating = 0.15, cooling = 0.01;
@@ -46,6 +44,7 @@ void vat::heat_liquid() {
   if (inlet.is_open()) celsius += (cold_celsius - celsius) * flow / std::max(tank.my_hpos(), 10.0);
   if (tank.empty()) celsius = cold_celsius;
   celsius = std::clamp(celsius, cold_celsius, 95.0);
+  hot = celsius >= (hot ? no_longer_hot_celsius : hot_celsius);
 }
 
 void vat::advance(const commands& wanted) {
@@ -56,12 +55,12 @@ void vat::advance(const commands& wanted) {
   tank.change_in(inlet.is_open() ? flow : 0.0);
   tank.change_out(outlet.is_open() ? flow : 0.0);
 
-  const bool was_hot = hot();
+  const bool was_hot = hot;
   heat_liquid();
-  tank.change_foreground(hot() ? hot_liquid : cold_liquid);
+  tank.change_foreground(hot ? hot_liquid : cold_liquid);
   mixer.react();
   window->make_current();
-  if (tank.react() || hot() != was_hot || wanted[sortie::MELANGER]) tank.draw();
+  if (tank.react() || hot != was_hot || wanted[sortie::MELANGER]) tank.draw();
   inlet.draw();
   outlet.draw();
   mixer.draw();
@@ -72,7 +71,7 @@ void vat::report(sensors& seen) const {
   seen[entree::cuve_vide] = tank.empty();
   seen[entree::cuve_pleine] = tank.full();
   seen[entree::cuve_deborde] = tank.overfull();
-  seen[entree::cuve_chaude] = hot();
+  seen[entree::cuve_chaude] = hot;
 }
 
 void vat::paint() const {

@@ -20,7 +20,6 @@ class vat {
   void paint() const;
 
  private:
-  bool hot() const;
   void heat_liquid();
 
   FL_FORM* window;
@@ -31,4 +30,5 @@ class vat {
   double flow = 0.5;
   double mixing = 0.05;
   double celsius = 15.0;
+  bool hot = false;
 };

@@ -15,6 +15,7 @@ constexpr int hopper_x = 80, hopper_y = 60;
 constexpr int belt_left = 50, belt_top = 150, belt_length = 286, belt_width = 30;
 constexpr int lane_top = belt_top + (belt_width - piece_size) / 2;
 constexpr int pusher_x = 320, pusher_top = 50, pusher_travel = 62, pusher_width = 24;
+constexpr int pusher_left = pusher_x - pusher_width / 2;
 constexpr int plate_top = lane_top - 12, plate_height = 5;
 
 constexpr int axle_x = pusher_x, axle_y = 275, ring = 55, disc = 40;
@@ -44,7 +45,7 @@ void paint_captions() {
     int x, y;
   };
   constexpr caption captions[] = {
-      {"trappe", hopper_x + 26, hopper_y + 18},   {"hbelt", belt_left, belt_top - 6},
+      {"trappe", hopper_x + 26, hopper_y + 18},   {"hbelt", belt_left + 100, belt_top - 6},
       {"bdjack", pusher_x + 18, pusher_top + 40}, {"rbelt", axle_x - ring - 55, axle_y},
       {"hrdjack", arm_x - 10, arm_y + 34},        {"cookwagon", belt_left, track_y + 38}};
   fl_font(FL_TIMES, 14);
@@ -65,8 +66,8 @@ workshop::workshop(FL_FORM* a_window)
       magnet(above, window, background),
       trapdoor(window, hopper_x - 20, hopper_y + half_piece + 4, 40, -1.4, 0, 1),
       belt(window, belt_left, belt_top, belt_length, belt_width, 1.5),
-      pusher(window, pusher_x - pusher_width / 2, pusher_top, pusher_travel, pusher_width,
-             plate_top - pusher_top, 6, 1.5, 1.5, &plate, 0.0),
+      pusher(window, pusher_left, pusher_top, pusher_travel, pusher_width, plate_top - pusher_top, 6, 1.5,
+             1.5, &plate, 0.0),
       table(window, axle_x, axle_y, disc, disc / 4, 1.0),
       arm(window, arm_x, arm_y, 16, 0, arm_length, 1.0, 1.0, &magnet, 180.0),
       wagon(make_wagon(window, &tray)) {
@@ -79,7 +80,7 @@ workshop::workshop(FL_FORM* a_window)
   tray.add(dock_x - 20, track_y + 5, 40, 5, FL_BLUE);
   tray.add(dock_x + 20, track_y - 10, 5, 20, FL_BLUE);
   tray.add(dock_x - 25, track_y - 10, 5, 20, FL_BLUE);
-  plate.add(pusher_x - pusher_width / 2, plate_top, pusher_width, plate_height, FL_DARK_GREEN);
+  plate.add(pusher_left, plate_top, pusher_width, plate_height, FL_DARK_GREEN);
   magnet.add(arm_x - arm_length, arm_y, magnet_size, magnet_size, FL_DARK_GREEN);
   trapdoor.change_background(background);
   trapdoor.change_foreground(FL_BLACK);
@@ -122,7 +123,9 @@ void workshop::drop_piece(const commands& wanted) {
 
 void workshop::run_belt(const commands& wanted) {
   if (wanted[sortie::TAPIS]) belt.activate();
-  if (belt.react()) belt.redraw();
+  if (!belt.react()) return;
+  belt.redraw();
+  belt.paint();  // over what the piece has erased in the colour of the ground
 }
 
 // The plate takes the piece along as soon as it touches it, and leaves it when it draws back.
@@ -141,12 +144,14 @@ void workshop::push(const commands& wanted) {
     where = pusher.out_stop() ? places::table : places::belt;
     where == places::table ? table.add_ppart(&piece) : belt.add_ppart(&piece);
   }
-  if (pusher.react()) {
-    const int plate_left = pusher_x - pusher_width / 2;
-    fl_rectf(plate_left, plate.actual_last_ypos() - plate_height, pusher_width, 2 * plate_height, background);
-    belt.paint();
-  }
+  const bool moved = pusher.react();
   pusher.draw();
+  if (!moved) return;
+  // A finger that draws back leaves itself behind.
+  fl_rectf(pusher_left, plate.actual_last_ypos(), pusher_width, 2 * plate_height, background);
+  belt.paint();
+  pusher.paint();
+  plate.draw();
 }
 
 void workshop::turn_table(const commands& wanted) {

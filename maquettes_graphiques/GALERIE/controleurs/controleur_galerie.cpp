@@ -6,7 +6,7 @@
 
 #include "bibliocpp/IOshare.h"
 #include "bibliocpp/automemlink.h"
-#include "maquettes_graphiques/WAGONS/controleurs/grafcet.h"
+#include "bibliocpp/grafcet.h"
 
 namespace {
 
@@ -35,7 +35,6 @@ using in_plant = const plant&;
 // clang-format off
 constexpr pt piece_chart[] = {
   {piece::in_hopper, [](in_plant p) { return p["piece_tremie"] && p["poussoir_rentre"] && p["bras_depart"]; }, piece::falling},
-  {piece::in_hopper, [](in_plant p) { return !p["piece_tremie"]; },                                            piece::falling},
   {piece::falling,   [](in_plant p) { return p["piece_tapis"] && !p["piece_tremie"]; },                        piece::to_pusher},
   {piece::to_pusher, [](in_plant p) { return p["piece_poste"]; },                                              piece::pushed},
   {piece::pushed,    [](in_plant p) { return p["piece_table"]; },                                              piece::turning},
@@ -88,8 +87,15 @@ struct controller {
   }};
 };
 
+// On its way the piece is not in the hopper, unless the operator has put a new one there.
+bool on_its_way(const grafcet<piece>& chart) {
+  return !chart.in(piece::in_hopper) && !chart.in(piece::falling) && !chart.in(piece::lifted) &&
+         !chart.in(piece::to_dock);
+}
+
 void evolve(controller& c, const plant& p) {
   c.pieces.evolve(piece_chart, p);
+  if (p["piece_tremie"] && on_its_way(c.pieces)) c.pieces.force(piece::to_dock);
   c.batches.evolve(batch_chart, p);
   for (jack& j : c.jacks) {
     j.is_in = p[j.in];

@@ -8,7 +8,7 @@
 
 #include "bibliocpp/IOshare.h"
 #include "bibliocpp/automemlink.h"
-#include "maquettes_graphiques/WAGONS/controleurs/grafcet.h"
+#include "bibliocpp/grafcet.h"
 #include "maquettes_graphiques/WAGONS/controleurs/positioner.h"
 
 namespace {
