@@ -43,8 +43,10 @@ class OFD_afficheur {
   // Writes all lines to "tmp.txt", and says so in a message box, also if the file cannot be written.
   void fichier_texte();
   // Writes the document to "tmp.pdf". Says so in a message box, also if the file cannot be written; or, with
-  // a PDF viewer given, opens it in that, waits for its end and removes the file.
+  // a PDF viewer given, goes on with imprime_tmp_pdf().
   void fichier_pdf();
+  // Opens "tmp.pdf" in the PDF viewer, waits for its end and removes the file.
+  void imprime_tmp_pdf() const;
   // Turns "tmp.ps" into a PDF with ps2pdf, opens that in acroread, waits for its end and removes both files.
   static void imprime_tmp_ps();
 
@@ -53,7 +55,6 @@ class OFD_afficheur {
   void run();
   void go_to_typed_page();
   void add_browser_lines(std::string_view piece);
-  void imprime_tmp_pdf() const;
   void say_generated(const std::string& file) const;
 
   int language;

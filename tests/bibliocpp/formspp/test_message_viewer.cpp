@@ -6,7 +6,6 @@
 #include "tests/support/pilot.h"
 
 #include <cstdlib>
-#include <sstream>
 
 namespace fs = std::filesystem;
 using std::string;
@@ -76,9 +75,11 @@ TEST_F(message_viewer, pages_and_ignores_pages_that_there_are_not) {
     operator_.press(previous).press(next).sees_page("2 / 3").press(next).press(next).sees_page("3 / 3");
     operator_.press(previous).sees_page("2 / 3").then(
         [] { EXPECT_STREQ(browser().text(2), "@f@S12 line 79  "); });
-    for (const char* const none : {"0", "4", "-1", "x", "4294967297", "18446744073709551617"})
-      operator_.asks_for_page(none);
-    operator_.press(previous).sees_page("1 / 3").asks_for_page("3").sees_page("3 / 3").press(cancel);
+    for (const char* const none : {"0", "4", "-1", "x", "4294967297"}) {
+      operator_.asks_for_page(none).press(previous).sees_page("1 / 3").press(next).sees_page("2 / 3");
+      operator_.asks_for_page(none).press(next).sees_page("3 / 3").press(previous).sees_page("2 / 3");
+    }
+    operator_.asks_for_page("3").sees_page("3 / 3").press(cancel);
     viewer.activation(shown, "", "");
     EXPECT_EQ(Fl::modal(), nullptr);
     EXPECT_TRUE(parent.active());
@@ -115,10 +116,10 @@ TEST_F(message_viewer, returns_at_once_without_lines_and_when_it_is_closed) {
   viewer.activation(none, "", "");
   EXPECT_TRUE(parent.active());
   string array[] = {"never shown"};
-  for (const char* const way : {"Escape", "close"}) {
+  for (const bool by_key : {true, false}) {
     reader operator_;
     operator_.sees_page("1 / 1").then([] { EXPECT_EQ(browser().size(), 0); });
-    string(way) == "close" ? operator_.close() : operator_.key(way);
+    by_key ? operator_.key("Escape") : operator_.close();
     viewer.activation(array, 0, "", "");
     EXPECT_TRUE(parent.active());
   }
@@ -126,9 +127,6 @@ TEST_F(message_viewer, returns_at_once_without_lines_and_when_it_is_closed) {
 
 TEST_F(message_viewer, exports_and_says_so) {
   auto shown = lines(100);
-  std::vector<string> array(shown.begin(), shown.end());
-  std::ostringstream document;
-  OFD_afficheur_filtre_impression(array.data(), 101).imprime_pdf(document);
   std::ofstream("tmp.txt") << string(100'000, 'x');
   {
     reader operator_;
@@ -136,9 +134,8 @@ TEST_F(message_viewer, exports_and_says_so) {
     operator_.press(pdf).confirms("generation du fichier tmp.pdf").press(cancel);
     OFD_afficheur(nullptr, 0).activation(shown, "", "");
   }
-  EXPECT_EQ(contents("tmp.txt").substr(0, 63), string(55, '-') + "\nline 1\n");
   EXPECT_TRUE(contents("tmp.txt").ends_with("\nline 100\n"));
-  EXPECT_EQ(contents("tmp.pdf"), document.str());
+  EXPECT_TRUE(contents("tmp.pdf").ends_with("%%EOF\n"));
   fs::remove_all(here.path);  // nothing can be written any more
   reader operator_;
   operator_.press(text).confirms("generation of tmp.txt file");
@@ -157,7 +154,9 @@ TEST_F(message_viewer, removes_the_document_once_its_reader_has_ended) {
 }
 
 TEST_F(message_viewer, converts_the_postscript_document_in_order) {
-  const string path = getenv("PATH");
+  const char* const found = getenv("PATH");
+  ASSERT_NE(found, nullptr);
+  const string path = found;
   make_program("ps2pdf", "echo ${0##*/} \"$@\" >>log");
   for (const char* const name : {"acroread", "rm"}) fs::create_symlink("ps2pdf", name);
   setenv("PATH", (here.path.string() + ":" + path).c_str(), 1);
