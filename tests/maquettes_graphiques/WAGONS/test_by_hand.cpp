@@ -129,8 +129,8 @@ struct a_mine_by_hand : running_mine {
 
   a_mine_by_hand() : running_mine(built("commande_manuelle")) {
     panel.move_to(0, 0);
-    move_window(window, 0, 410);
-    wait_until([this] { return place_of(window).y == 410; });
+    move_window(window, 0, 400);
+    wait_until([this] { return place_of(window).y == 400; });
     where = place_of(window);
   }
   // Drives until a sensor is on, and back when the stop has come too late.
@@ -169,7 +169,7 @@ TEST(commande_manuelle, hauls_a_load_then_provokes_a_fault) {
   ASSERT_TRUE(mine.haul("C_GAUCHE", "C_DROITE", entree::pcC));
   ASSERT_TRUE(mine.haul("A_DROITE", "A_GAUCHE", entree::pdAB));
   EXPECT_TRUE(panel.blue_become({"pcC", "pdAB", "wAplein", "wBvide", "wCvide"}));
-  keep_picture("commande_manuelle.ppm", {0, 0, 925, 810});
+  keep_picture("commande_manuelle.ppm", {0, 0, 925, 800});
   ASSERT_TRUE(mine.act("VIDER_A", entree::wAvide));
   EXPECT_TRUE(mine.input_becomes(entree::wCvide, 0));
   ASSERT_TRUE(mine.haul("C_DROITE", "C_GAUCHE", entree::pdC));
@@ -180,7 +180,7 @@ TEST(commande_manuelle, hauls_a_load_then_provokes_a_fault) {
   panel.set({"REMPLIR_A"});
   window_id box = 0;
   ASSERT_TRUE(wait_until([&] { return (box = other_window_than({mine.window, panel.window})) != 0; }));
-  keep_picture("fault.ppm", {0, 0, 1280, 810});
+  keep_picture("fault.ppm", {0, 0, 1280, 800});
   hands::focus(box);
   hands::key("Return");
   EXPECT_EQ(mine.simulator.wait(), 0);
