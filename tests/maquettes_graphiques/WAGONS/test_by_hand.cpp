@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "tests/maquettes_graphiques/WAGONS/fault_box.h"
 #include "tests/maquettes_graphiques/WAGONS/hand_window.h"
 #include "tests/maquettes_graphiques/WAGONS/running_mine.h"
 
@@ -180,9 +181,11 @@ TEST(commande_manuelle, hauls_a_load_then_provokes_a_fault) {
   panel.set({"REMPLIR_A"});
   window_id box = 0;
   ASSERT_TRUE(wait_until([&] { return (box = other_window_than({mine.window, panel.window})) != 0; }));
+  EXPECT_TRUE(box_says(box,
+                       "ERREUR:\n Le wagon A n'etait pas à son poste de chargement: "
+                       "remplissage partiel ou aucun remplissage!!!"));
   keep_picture("fault.ppm", {0, 0, 1280, 800});
-  hands::focus(box);
-  hands::key("Return");
+  close_box(box);
   EXPECT_EQ(mine.simulator.wait(), 0);
   EXPECT_TRUE(wait_until([] { return window_titled("commande manuelle") == 0; })) << "ends with the run";
 }
