@@ -188,6 +188,14 @@ void IOsharemem_client::setreset_output(const std::string& name, int value) {
     if (slot_is(adresse_mem->nom_output[i], name)) store(adresse_mem->output[i], value);
 }
 
+std::list<std::string> IOsharemem_client::input_names() {
+  return {adresse_mem->nom_input, adresse_mem->nom_input + nb_entrees};
+}
+
+std::list<std::string> IOsharemem_client::output_names() {
+  return {adresse_mem->nom_output, adresse_mem->nom_output + nb_sorties};
+}
+
 void IOsharemem_client::outputs_refresh() {
   const area_lock held(adresse_mem->mutex);
   advance(adresse_mem->output_clock);

@@ -104,6 +104,9 @@ class IOsharemem_client {
   // Writes every output of that name at once; an unknown name is ignored. Stores are seen by the
   // plant in the order of the calls.
   void setreset_output(const std::string& name, int value);
+  // The names of the area's signals, in its order.
+  std::list<std::string> input_names();
+  std::list<std::string> output_names();
   // Announces a finished batch of outputs: the output clock advances by one, under the lock.
   void outputs_refresh();
 

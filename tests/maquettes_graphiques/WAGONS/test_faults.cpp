@@ -4,6 +4,7 @@
 
 #include <functional>
 
+#include "tests/maquettes_graphiques/WAGONS/fault_box.h"
 #include "tests/maquettes_graphiques/WAGONS/running_mine.h"
 
 namespace {
@@ -20,38 +21,6 @@ constexpr const char* B_not_unloading =
     "ERREUR:\n Le wagon B n'etait pas à son poste de dechargement: aucun remplissage possible du wagon C !!!";
 constexpr const char* C_not_unloading =
     "ERREUR:\n Le wagon C a ete vide hors de son poste de dechargement!!!";
-
-// A box's picture without its icon and its button, whose borders are the program's style.
-picture text_of(window_id box) {
-  const picture whole = picture_of(box);
-  return whole.part(65, 0, whole.width() - 65, whole.height() - 40);
-}
-
-// Whether the box shows the text; closes it.
-testing::AssertionResult box_says(window_id box, const std::string& text) {
-  if (box == 0) return testing::AssertionFailure() << "no box";
-  process reference({built("message_box"), text});
-  const std::vector<window_id> known{box, window_titled("mine de charbon")};
-  window_id expected = 0;
-  if (!wait_until([&] { return (expected = other_window_than(known)) != 0; }))
-    return testing::AssertionFailure() << "no reference";
-  const auto same = [&] {  // once both are painted, and out of each other's way
-    move_window(box, 0, 0);
-    move_window(expected, 0, 600);
-    const place a = place_of(box), b = place_of(expected);
-    return a.y == 0 && b.y == 600 && a.w == b.w && a.h == b.h && text_of(box).count(black) > 100 &&
-           text_of(box) == text_of(expected);
-  };
-  return wait_until(same, std::chrono::seconds(5))
-             ? testing::AssertionSuccess()
-             : testing::AssertionFailure() << "another text than " << text;
-}
-
-void close_box(window_id box) {
-  const place where = place_of(box);
-  hands::click(where.x + where.w / 2, where.y + where.h / 2);  // the keyboard is its own now
-  hands::key("Return");
-}
 
 void load_A(const running_mine& mine) {
   ASSERT_TRUE(mine.drive(sortie::A_GAUCHE, entree::pcA));
