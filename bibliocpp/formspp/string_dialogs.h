@@ -61,7 +61,7 @@ void fl_replace_browser_Sline(Fl_Widget* browser, int n, const std::string& line
 
 // --- Drawing ---
 
-// Draws the text into the box x, y, w * h of the current window, "@" symbols included. Leaves font and
-// colour set.
+// Draws the text into the box x, y, w * h of the current window, "@" symbols included. Leaves the
+// font set.
 void fl_drw_String(Fl_Align align, int x, int y, int w, int h, Fl_Color colour, int size, Fl_Font style,
                    const std::string& text);

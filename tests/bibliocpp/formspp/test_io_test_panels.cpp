@@ -2,244 +2,163 @@
 
 #include "bibliocpp/formspp/io_test_panels.h"
 #include "tests/support/a_window.h"
-#include "tests/support/pilot.h"
 
-#include <array>
 #include <optional>
+#include <utility>
 
 namespace {
 
-constexpr rgb yellow{255, 255, 0};
-
-void settle(Fl_Window& window) {
-  wait_until([&] {
-    Fl::wait(0.01);
-    return window.visible_r() && !window.damage();
-  });
-}
-
-struct an_input_panel {
+// A panel in its own window, or embedded 30 pixels from the left of another.
+template <typename Panel, typename... Title>
+struct a_panel {
   std::optional<a_window> outer;
-  std::optional<OFD_simulator_input> panel;
+  std::optional<Panel> panel;
   int xoff = 0;
-  int init = 7, quit = 7;
-  std::array<int, 3> values{7, 7, 7};
 
-  explicit an_input_panel(bool embedded) {
+  a_panel(bool embedded, int height, Title... title) {
     if (embedded) {
-      xoff = 30;
-      outer.emplace(500, 300);
-      panel.emplace(&*outer, xoff, 300);
+      outer.emplace(500, height);
+      panel.emplace(&*outer, xoff = 30, height, title...);
       outer->redraw();
     } else {
-      panel.emplace(300);
+      panel.emplace(height, title...);
     }
-    for (const char* name : {"a", "b", "@c"}) panel->add(name);
-    settle(window());
   }
   Fl_Window& window() { return *Fl::first_window(); }
-  void click(int x, int y) { hands::click(window().x_root() + xoff + x, window().y_root() + y); }
-  void mark(int line) { click(20, 40 + 16 * (line - 1)); }
-  void mark_sticky(int line) { click(220, 40 + 16 * (line - 1)); }
-  void press_init() { click(40, 280); }
-  void press_go() { click(210, 280); }
-  void press_quit() { click(360, 280); }
-  void check(const std::function<void()>& work) {
-    pilot operator_;
-    operator_.then(work);
-    panel->check(&init, &quit, values.data());
+  picture look() {
+    wait_until([&] {
+      Fl::wait(0.01);
+      return window().visible_r() && !window().damage();
+    });
+    return look_at(window());
   }
+  void click(int x, int y) { hands::click(window().x_root() + xoff + x, window().y_root() + y); }
 };
 
-using in_order = std::array<int, 3>;
+struct an_input_panel : a_panel<OFD_simulator_input> {
+  int init = 7, quit = 7;
+  std::vector<int> values{7, 7, 7};
 
-}  // namespace
-
-class input_panel : public testing::TestWithParam<bool> {};
-INSTANTIATE_TEST_SUITE_P(both_forms, input_panel, testing::Values(false, true),
-                         [](const auto& form) { return form.param ? "embedded" : "standalone"; });
-
-TEST_P(input_panel, delivers_a_signal_once_unless_it_is_sticky) {
-  an_input_panel p(GetParam());
-  p.check([&] {
-    p.mark(1);
-    p.mark(3);
-    p.mark_sticky(3);
-    p.press_go();
-  });
-  EXPECT_EQ(p.values, (in_order{1, 0, 1}));
-  EXPECT_EQ(p.init, 0);
-  EXPECT_EQ(p.quit, 0);
-  p.check([&] { p.press_go(); });
-  EXPECT_EQ(p.values, (in_order{0, 0, 1}));
-  p.check([&] {
-    p.mark(2);
-    p.press_init();
-  });
-  EXPECT_EQ(p.init, 1);
-  EXPECT_EQ(p.values, (in_order{0, 0, 1})) << "INIT delivers nothing";
-  p.check([&] { p.press_go(); });
-  EXPECT_EQ(p.values, (in_order{0, 0, 0}));
-  p.check([&] {
-    p.mark(3);
-    p.press_go();
-  });
-  p.check([&] { p.press_go(); });
-  EXPECT_EQ(p.values, (in_order{0, 0, 1})) << "INIT has left the sticky mark";
-}
-
-TEST_P(input_panel, ends_with_quit_and_with_its_window) {
-  an_input_panel p(GetParam());
-  p.check([&] { p.press_quit(); });
-  EXPECT_EQ(p.quit, 1);
-  p.quit = 0;
-  p.check([&] { hands::close(fl_xid(&p.window())); });
-  EXPECT_EQ(p.quit, 1);
-  EXPECT_EQ(p.values, (in_order{7, 7, 7}));
-}
-
-TEST_P(input_panel, shows_values_as_marks) {
-  an_input_panel p(GetParam());
-  in_order shown{1, 0, 1};
-  p.panel->eval(&p.quit, shown.data());
-  EXPECT_EQ(p.quit, 0);
-  p.check([&] { p.press_go(); });
-  EXPECT_EQ(p.values, shown);
-  for (const bool by_button : {true, false}) {
-    by_button ? p.press_quit() : hands::close(fl_xid(&p.window()));
-    EXPECT_TRUE(wait_until([&] {
-      p.panel->eval(&p.quit, shown.data());
-      return p.quit == 1;
-    }));
+  explicit an_input_panel(bool embedded) : a_panel(embedded, 300) {
+    for (const char* name : {"a", "b", "@c"}) panel->add(name);
+    look();
   }
-}
+  void mark(int line) { click(20, 24 + 16 * line); }
+  void mark_sticky(int line) { click(220, 24 + 16 * line); }
+  const std::vector<int>& press(int x) {
+    click(x, 280);
+    panel->check(&init, &quit, values.data());
+    return values;
+  }
+  static constexpr int INIT = 40, GO = 210, QUIT = 360;
+};
 
-namespace {
-
-struct an_output_panel {
-  std::optional<a_window> outer;
-  std::optional<OFD_simulator_output> panel;
-  int xoff = 0;
+struct an_output_panel : a_panel<OFD_simulator_output, const char*> {
   std::vector<int> values;
 
-  explicit an_output_panel(bool embedded, int height = 405) {
-    if (embedded) {
-      xoff = 30;
-      outer.emplace(300, height);
-      panel.emplace(&*outer, xoff, height, "Sorties");
-      outer->redraw();
-    } else {
-      panel.emplace(height, "Sorties");
-    }
-    settle(window());
-  }
-  Fl_Window& window() { return *Fl::first_window(); }
+  explicit an_output_panel(bool embedded, int height = 405) : a_panel(embedded, height, "Sorties") { look(); }
   void add(int n) {
     for (; n > 0; --n) {
       panel->add("s" + std::to_string(values.size()));
       values.push_back(static_cast<int>(values.size()) % 2);
     }
   }
-  // The colour of each lamp that is shown, from the top.
-  std::vector<rgb> lamps() {
-    settle(window());
-    const picture seen = look_at(window());
-    std::vector<rgb> shown;
-    for (int line = 0; 34 + 16 * line < window().h() - 40; ++line) {
-      const rgb colour = seen.at(xoff + 11, 39 + 16 * line);
-      if (colour != grey) shown.push_back(colour);
+  // A letter for the colour of each lamp that is shown, then the first name.
+  std::string page() {
+    const picture seen = look();
+    std::string shown;
+    for (int y = 39; y < seen.height() - 40; y += 16) {
+      const rgb lamp = seen.at(xoff + 11, y);
+      if (lamp != grey)
+        shown += lamp == red ? 'r' : lamp == blue ? 'b' : lamp == rgb{255, 255, 0} ? 'y' : '?';
     }
-    return shown;
-  }
-  std::vector<std::string> names() {
-    std::vector<std::string> shown;
     for (int i = 0; i < window().children(); ++i)
       if (const auto* const list = dynamic_cast<Fl_Browser*>(window().child(i)))
-        for (int line = 1; line <= list->size(); ++line) shown.emplace_back(list->text(line));
+        if (list->size() > 0) shown.append(" ").append(list->text(1));
     return shown;
   }
-  void press(const Fl_Button* button) {
-    const std::vector<std::string> before = names();
-    hands::click(window().x_root() + button->x() + 10, window().y_root() + button->y() + 10);
-    wait_until([&] {
-      Fl::wait(0.01);
-      return names() != before;
-    });
+  std::string page_after(const Fl_Button* button) {
+    const std::string before = page();
+    click(button->x() - xoff + 10, button->y() + 10);
+    wait_until([&] { return page() != before; });
+    return page();
   }
 };
 
 }  // namespace
 
-class output_panel : public testing::TestWithParam<bool> {};
-INSTANTIATE_TEST_SUITE_P(both_forms, output_panel, testing::Values(false, true),
-                         [](const auto& form) { return form.param ? "embedded" : "standalone"; });
+class io_test_panels : public testing::TestWithParam<bool> {};
+INSTANTIATE_TEST_SUITE_P(both_forms, io_test_panels, testing::Values(false, true));
 
-TEST_P(output_panel, lights_a_lamp_beside_each_name) {
-  an_output_panel p(GetParam());
-  p.add(3);
-  EXPECT_EQ(p.names(), (std::vector<std::string>{"s0", "s1", "s2"}));
-  EXPECT_EQ(p.lamps(), (std::vector<rgb>{red, red, red})) << "not known yet";
-  p.panel->eval(p.values.data());
-  EXPECT_EQ(p.lamps(), (std::vector<rgb>{yellow, blue, yellow}));
-  p.values = {1, 0, -1};
-  p.panel->eval(p.values.data());
-  EXPECT_EQ(p.lamps(), (std::vector<rgb>{blue, yellow, red}));
-  p.panel->check();
-  for (const int line : {-1, 3, 19, 20, 1000}) p.panel->internal_colorise(line);
-  EXPECT_EQ(p.lamps().size(), 3U);
+TEST_P(io_test_panels, deliver_a_signal_once_unless_it_is_sticky) {
+  an_input_panel p(GetParam());
+  p.mark(1);
+  p.mark(3);
+  p.mark_sticky(3);
+  EXPECT_EQ(p.press(p.GO), (std::vector{1, 0, 1}));
+  EXPECT_EQ(p.press(p.GO), (std::vector{0, 0, 1}));
+  EXPECT_TRUE(p.init == 0 && p.quit == 0);
+  p.mark(2);
+  EXPECT_EQ(p.press(p.INIT), (std::vector{0, 0, 1})) << "INIT delivers nothing";
+  EXPECT_TRUE(p.init == 1 && p.quit == 0);
+  EXPECT_EQ(p.press(p.GO), (std::vector{0, 0, 0}));
+  p.mark(3);
+  p.press(p.GO);
+  EXPECT_EQ(p.press(p.GO), (std::vector{0, 0, 1})) << "INIT has left the sticky mark";
+  std::vector<int> shown{1, 0, 1};
+  p.panel->eval(&p.quit, shown.data());
+  EXPECT_EQ(p.press(p.GO), shown);
 }
 
-TEST_P(output_panel, keeps_the_last_name_of_a_page_beside_its_lamp) {
-  an_output_panel p(GetParam());
-  p.add(20);
-  settle(p.window());
-  const picture seen = look_at(p.window());
-  const int last_lamp = 34 + 16 * 19;
-  EXPECT_GT(seen.count(black, p.xoff + 24, last_lamp, 60, 12), 5) << "the name";
-  EXPECT_EQ(seen.count(black, p.xoff + 24, last_lamp + 17, 60, 12), 0) << "and nothing below";
+TEST_P(io_test_panels, quit_by_button_and_with_their_window) {
+  an_input_panel p(GetParam());
+  p.press(p.QUIT);
+  EXPECT_EQ(std::exchange(p.quit, 0), 1);
+  hands::close(fl_xid(&p.window()));
+  EXPECT_TRUE(wait_until([&] {
+    p.panel->eval(&p.quit, p.values.data());
+    return p.quit == 1;
+  }));
+  p.quit = 0;
+  p.panel->check(&p.init, &p.quit, p.values.data());
+  EXPECT_EQ(p.quit, 1) << "there is nothing left to press";
 }
 
-TEST_P(output_panel, turns_pages) {
+TEST_P(io_test_panels, light_a_lamp_beside_each_name_page_by_page) {
   an_output_panel p(GetParam());
   p.add(20);
-  EXPECT_EQ(p.lamps().size(), 20U);
+  EXPECT_EQ(p.page(), std::string(20, 'r') + " s0") << "not known yet";
+  const picture seen = p.look();
+  EXPECT_GT(seen.count(black, p.xoff + 24, 34 + 16 * 19, 60, 12), 5) << "the last name, beside the last lamp";
+  EXPECT_EQ(seen.count(black, p.xoff + 24, 34 + 16 * 19 + 17, 60, 12), 0);
   p.add(1);
-  EXPECT_EQ(p.names(), std::vector<std::string>{"s20"}) << "the 21st signal turns the page";
-  EXPECT_EQ(p.lamps().size(), 1U);
+  EXPECT_EQ(p.page(), "r s20") << "the 21st signal turns the page";
   p.panel->next_page();
-  EXPECT_EQ(p.names(), std::vector<std::string>{"s20"});
-  p.press(p.panel->my_moins_button());
-  EXPECT_EQ(p.names().front(), "s0");
+  EXPECT_EQ(p.page(), "r s20");
   p.panel->previous_page();
-  EXPECT_EQ(p.names().size(), 20U);
-  p.add(25);
-  EXPECT_EQ(p.names().front(), "s40") << "one page forward an addition";
-  EXPECT_EQ(p.names().size(), 6U);
-  p.press(p.panel->my_moins_button());
-  EXPECT_EQ(p.names().front(), "s20");
+  p.panel->previous_page();
+  p.values[3] = -1;
   p.panel->eval(p.values.data());
-  p.press(p.panel->my_plus_button());
-  EXPECT_EQ(p.names().front(), "s40");
-  EXPECT_EQ(p.lamps().front(), yellow) << "values of other pages are kept";
+  EXPECT_EQ(p.page(), "ybyrybybybybybybybyb s0");
+  p.add(22);
+  EXPECT_EQ(p.page(), "rrr s40");
+  EXPECT_EQ(p.page_after(p.panel->my_moins_button()), "y" + std::string(19, 'r') + " s20")
+      << "values are kept";
+  EXPECT_EQ(p.page_after(p.panel->my_plus_button()), "rrr s40");
+  p.panel->check();
+  for (const int line : {-1, 3, 20}) p.panel->internal_colorise(line);
+  EXPECT_EQ(p.page(), "rrr s40") << "no such lines";
 }
 
-TEST(output_panel, is_of_use_without_signals_and_with_hardly_any_height) {
+TEST(io_test_panels, do_with_little_and_leave_the_callers_group_alone) {
   an_output_panel p(true, 80);
   p.panel->next_page();
-  p.panel->previous_page();
-  EXPECT_TRUE(p.names().empty());
+  EXPECT_EQ(p.page(), "");
   p.add(2);
-  EXPECT_EQ(p.names(), std::vector<std::string>{"s1"});
-}
-
-TEST(io_test_panels, leave_the_group_that_was_being_filled_as_it_was) {
+  EXPECT_EQ(p.page(), "r s1");
   Fl_Window under_construction(100, 100);
-  a_window other;
-  Fl_Group::current(&under_construction);
-  OFD_simulator_input input(300);
-  OFD_simulator_output output(300, std::string("gone at once").c_str());
-  OFD_simulator_output embedded(&other, 0, 300, "embedded");
-  EXPECT_EQ(under_construction.children(), 0);
-  EXPECT_EQ(Fl_Group::current(), &under_construction);
+  const OFD_simulator_input input(300);
+  const OFD_simulator_output output(300, "");
+  EXPECT_TRUE(under_construction.children() == 0 && Fl_Group::current() == &under_construction);
   under_construction.end();
 }
