@@ -67,7 +67,8 @@ class pilot {
       return;
     }
     if (!self.steps.empty() && self.steps.front()()) self.steps.pop_front();
-    Fl::repeat_timeout(0.002, look, data);
+    // Not repeat_timeout(), which makes up for delays: what a step has caused must reach the display first.
+    Fl::add_timeout(0.002, look, data);
   }
 
   std::deque<std::function<bool()>> steps;
