@@ -92,7 +92,7 @@ TEST_F(visionneuse_program, says_in_one_line_what_is_wrong) {
 TEST_F(visionneuse_program, leaves_no_half_file_when_the_disk_is_full) {
   std::ofstream("old.pdf") << "old";
   for (const string out : {"old.pdf", "new.pdf"}) {
-    const string limited = "trap '' XFSZ; ulimit -f 4; exec \"$0\" \"$@\"";
+    const string limited = "trap '' XFSZ; ulimit -f 40; exec \"$0\" \"$@\"";
     const result seen = run({"sh", "-c", limited, built("visionneuse"), sample, "--pdf", out});
     EXPECT_EQ(seen.status, 1);
     EXPECT_EQ(seen.errors, "visionneuse: cannot write " + out + ": File too large\n");
@@ -103,11 +103,17 @@ TEST_F(visionneuse_program, leaves_no_half_file_when_the_disk_is_full) {
 
 TEST_F(visionneuse_program, shows_a_window_until_it_is_closed) {
   std::ofstream("empty") << "";
+  std::ofstream("reader") << "#!/bin/sh\nmv \"$1\" seen.pdf\n";
+  fs::permissions("reader", fs::perms::owner_all);
   for (const string& file : {sample, string("empty")}) {
-    process viewer({built("visionneuse"), file, "--titre", "Journal"});
+    process viewer(
+        {built("visionneuse"), file, "--titre", "Log", "--langue", "en", "--lecteur-pdf", "./reader"});
     window_id window = 0;
     ASSERT_TRUE(wait_until([&] { return (window = other_window_than({})) != 0; })) << viewer.errors();
-    EXPECT_EQ(place_of(window).w, 820);
+    const place at = place_of(window);
+    EXPECT_EQ(at.w, 820);
+    hands::click(at.x + 510, at.y + 455);  // "pdf file"
+    EXPECT_TRUE(wait_until([] { return fs::remove("seen.pdf"); }));
     hands::close(window);
     EXPECT_EQ(viewer.wait(), 0);
   }
