@@ -3,9 +3,10 @@
 #include "bibliocpp/formspp/message_viewer.h"
 #include "tests/support/a_directory.h"
 #include "tests/support/a_window.h"
-#include "tests/support/pilot.h"
+#include "tests/support/operate.h"
 
 #include <cstdlib>
+#include <deque>
 
 namespace fs = std::filesystem;
 using std::string;
@@ -37,21 +38,62 @@ std::vector<window_id> shown_windows() {
   return ids;
 }
 
-// The operator at the viewer.
-struct reader : pilot {
-  reader() { box(); }
-  reader& press(const spot& at) { return click(at.x, at.y), *this; }
+// The operator at the viewer: takes the steps in order, each as soon as it can be taken, while the viewer
+// waits for events.
+class reader {
+ public:
+  reader() {
+    Fl::add_timeout(0, look, this);
+    has_keyboard();
+  }
+  ~reader() {
+    Fl::remove_timeout(look, this);
+    EXPECT_TRUE(steps.empty());
+  }
+  reader(const reader&) = delete;
+  reader& operator=(const reader&) = delete;
+
+  reader& when(std::function<bool()> is_so) { return steps.push_back(std::move(is_so)), *this; }
+  reader& then(const std::function<void()>& action) {
+    return when([=] { return action(), true; });
+  }
+  reader& press(const spot& at) {
+    return then([=] { click_in_box(at.x, at.y); });
+  }
+  reader& key(const string& name) {
+    return then([=] { hands::key(name); });
+  }
+  // In the modal window, once it is painted.
+  reader& has_keyboard() {
+    return when([] {
+      XWindowAttributes seen{};
+      const Fl_Window* const modal = Fl::modal();
+      if (modal == nullptr || modal->damage() || !XGetWindowAttributes(fl_display, fl_xid(modal), &seen) ||
+          seen.map_state != IsViewable)
+        return false;
+      return hands::focus(fl_xid(modal)), true;
+    });
+  }
   reader& sees_page(const string& position) {
-    return when([=] { return labels_from(80, 20).starts_with("page " + position + "    |"); }), *this;
+    return when([=] { return labels_from(80, 20).starts_with("page " + position + "    |"); });
   }
   reader& asks_for_page(const string& number) {
-    press(page_input).key("Control+a").type(number);
-    return press(go);
+    return press(page_input).key("Control+a").then([=] { hands::type(number); }).press(go);
   }
   reader& confirms(const string& message) {
-    when([=] { return Fl::modal()->child(0)->label() == message; }).box().key("Return");
-    return when([] { return Fl::modal()->w() == 820 && other_window_than(shown_windows()) == 0; }), *this;
+    when([=] { return Fl::modal()->child(0)->label() == message; }).has_keyboard().key("Return");
+    return when([] { return Fl::modal()->w() == 820 && other_window_than(shown_windows()) == 0; });
   }
+
+ private:
+  static void look(void* data) {
+    auto& self = *static_cast<reader*>(data);
+    if (!self.steps.empty() && self.steps.front()()) self.steps.pop_front();
+    // Not repeat_timeout(), which makes up for delays: what a step has caused must reach the display first.
+    Fl::add_timeout(0.002, look, data);
+  }
+
+  std::deque<std::function<bool()>> steps;
 };
 
 std::list<string> lines(int count) {
@@ -128,7 +170,7 @@ TEST_F(message_viewer, returns_at_once_without_lines_and_when_it_is_closed) {
   for (const bool by_key : {true, false}) {
     reader operator_;
     operator_.sees_page("1 / 1").then([] { EXPECT_EQ(browser().size(), 0); });
-    by_key ? operator_.key("Escape") : operator_.close();
+    by_key ? operator_.key("Escape") : operator_.then([] { hands::close(fl_xid(Fl::modal())); });
     viewer.activation(array, 0, "", "");
     EXPECT_TRUE(parent.active());
   }
@@ -156,7 +198,7 @@ TEST_F(message_viewer, removes_the_document_once_its_reader_has_ended) {
   make_program("pdf reader", "cp \"$1\" seen.pdf");
   reader operator_;
   operator_.press(pdf).when([] { return fs::exists("seen.pdf"); });
-  operator_.then([] { EXPECT_FALSE(fs::exists("tmp.pdf")); }).click(cancel.x, cancel.y);
+  operator_.then([] { EXPECT_FALSE(fs::exists("tmp.pdf")); }).press(cancel);
   auto shown = lines(1);
   OFD_afficheur(nullptr, 0).activation(shown, "", "./pdf reader");
   EXPECT_TRUE(contents("seen.pdf").ends_with("%%EOF\n"));
