@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 #include "tests/support/screen.h"
@@ -19,7 +20,7 @@ template <typename Show>
 auto operate(Show show, steps to_take) {
   struct progress {
     steps ahead;
-    const Fl_Window* before = nullptr;
+    const Fl_Window *before = nullptr, *focused = nullptr;
     static void look(void* data) {
       auto& self = *static_cast<progress*>(data);
       const Fl_Window* const modal = Fl::modal();
@@ -27,10 +28,13 @@ auto operate(Show show, steps to_take) {
       XWindowAttributes seen{};
       if (self.ahead.empty() || modal == nullptr || modal == self.before || modal->damage()) return;
       if (!XGetWindowAttributes(fl_display, fl_xid(modal), &seen) || seen.map_state != IsViewable) return;
-      hands::focus(fl_xid(modal));
+      if (std::exchange(self.focused, modal) != modal) return hands::focus(fl_xid(modal));
+      // Keys that come together with the keyboard would be lost.
+      if (Fl::focus() == nullptr || Fl::focus()->window() != modal) return;
       self.ahead.front()();
       self.ahead.erase(self.ahead.begin());
       self.before = modal;
+      self.focused = nullptr;
     }
     ~progress() {
       Fl::remove_timeout(look, this);
