@@ -227,23 +227,6 @@ TEST(cycle, redrawing_while_a_wagon_moves_puts_its_tray_ahead_for_good) {
   EXPECT_EQ(mine.scene.plateau_wA.actual_first_xpos() + 25 - mine.scene.wA.my_xpos(), 2);
 }
 
-TEST(cycle, wagons_that_meet_stop_without_a_word) {
-  a_mine mine;
-  mine.area.output(sortie::A_DROITE, 1);
-  mine.area.output(sortie::B_GAUCHE, 1);
-  mine.cycle(300);
-  EXPECT_FALSE(mine.run.termine);
-  EXPECT_GE(mine.scene.wB.my_xpos() - mine.scene.wA.my_xpos(), 47);
-  EXPECT_LE(mine.scene.plateau_wA.actual_last_xpos(), mine.scene.plateau_wB.actual_first_xpos() + 1);
-}
-
-TEST(cycle, a_closed_window_ends_the_run_after_the_cycle) {
-  a_mine mine;
-  mine.panel.mine->hide();
-  mine.cycle();
-  EXPECT_FALSE(goes_on(mine.run));
-}
-
 TEST(cycle, leaves_no_trails) {
   a_mine mine;
   const auto look = [&] { return look_at(*mine.panel.mine); };

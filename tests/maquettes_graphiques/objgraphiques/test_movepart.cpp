@@ -63,26 +63,19 @@ TEST(movepart, a_refused_move_changes_nothing) {
   part->draw();
   wall->draw();
   const picture before = scene.window.look();
+  EXPECT_EQ(load->is_linked(), 1);
+  EXPECT_EQ(part->part_have_link(), load.get());
   EXPECT_EQ(part->moveredraw(3, 0), 1);
   EXPECT_EQ(part->actual_first_xpos(), 50);
   EXPECT_EQ(load->actual_first_xpos(), 50) << "the carried part has moved first and comes back";
   EXPECT_EQ(scene.window.look().part(45, 25, 40, 40).count(blue), before.part(45, 25, 40, 40).count(blue));
   EXPECT_EQ(part->moveredraw(2, 0), 0) << "boxes may touch";
   EXPECT_EQ(load->actual_first_xpos(), 52);
+  const auto in_the_load_s_way = scene.part(63, 20, 10, 20);
+  EXPECT_EQ(part->moveredraw(-2, 0) + part->moveredraw(2, 0) + part->moveredraw(0, -1), 0);
+  EXPECT_EQ(load->moveredraw(2, 0), 1);
+  EXPECT_EQ(part->moveredraw(2, 0), 1) << "a blocked load stops its carrier";
   part->unlink();
-}
-
-TEST(movepart, a_blocked_load_stops_its_carrier) {
-  a_scene scene;
-  const auto carrier = scene.part(50, 50, 20, 10);
-  const auto load = scene.part(50, 30, 20, 10);
-  const auto wall = scene.part(71, 20, 10, 20);
-  carrier->link(load.get());
-  EXPECT_EQ(load->is_linked(), 1);
-  EXPECT_EQ(carrier->part_have_link(), load.get());
-  EXPECT_EQ(carrier->moveredraw(2, 0), 1);
-  EXPECT_EQ(carrier->actual_first_xpos(), 50);
-  carrier->unlink();
   EXPECT_EQ(load->is_linked(), 0);
 }
 
@@ -143,19 +136,6 @@ TEST(movepart, dumps_itself_and_reports_an_empty_part) {
   EXPECT_EXIT(
       empty.actual_precision_first_xpos(), testing::ExitedWithCode(1),
       "ERREUR dans movepart::actual_precision_first_xpos\\(\\)\nLISTE DE .* ANORMALEMENT VIDE !!!\n\n");
-}
-
-TEST(movepart_manager, truncates_bases_and_lets_boxes_touch) {
-  a_scene scene;
-  const auto left = scene.part(0, 0, 10, 10);
-  EXPECT_EQ(scene.man.collision(left.get()), 0) << "alone";
-  const auto right = scene.part(10, 0, 10, 10);
-  EXPECT_EQ(scene.man.collision(left.get()), 0);
-  EXPECT_EQ(left->moveredraw(0.9, 0), 0) << "a base of 0.9 counts as 0";
-  EXPECT_EQ(left->moveredraw(0.2, 0), 1);
-  const auto across_the_edge = scene.part(-0.5, 100, 1, 1);
-  const auto beside_it = scene.part(0.6, 100, 1, 1);
-  EXPECT_EQ(scene.man.collision(beside_it.get()), 1) << "both come to 0";
 }
 
 namespace {
