@@ -35,6 +35,8 @@ struct a_panel {
   void click(int x, int y) { hands::click(window().x_root() + xoff + x, window().y_root() + y); }
 };
 
+constexpr int INIT = 40, GO = 210, QUIT = 360;  // places of the buttons
+
 struct an_input_panel : a_panel<OFD_simulator_input> {
   int init = 7, quit = 7;
   std::vector<int> values{7, 7, 7};
@@ -50,7 +52,6 @@ struct an_input_panel : a_panel<OFD_simulator_input> {
     panel->check(&init, &quit, values.data());
     return values;
   }
-  static constexpr int INIT = 40, GO = 210, QUIT = 360;
 };
 
 struct an_output_panel : a_panel<OFD_simulator_output, const char*> {
@@ -95,24 +96,24 @@ TEST_P(io_test_panels, deliver_a_signal_once_unless_it_is_sticky) {
   p.mark(1);
   p.mark(3);
   p.mark_sticky(3);
-  EXPECT_EQ(p.press(p.GO), (std::vector{1, 0, 1}));
-  EXPECT_EQ(p.press(p.GO), (std::vector{0, 0, 1}));
+  EXPECT_EQ(p.press(GO), (std::vector{1, 0, 1}));
+  EXPECT_EQ(p.press(GO), (std::vector{0, 0, 1}));
   EXPECT_TRUE(p.init == 0 && p.quit == 0);
   p.mark(2);
-  EXPECT_EQ(p.press(p.INIT), (std::vector{0, 0, 1})) << "INIT delivers nothing";
+  EXPECT_EQ(p.press(INIT), (std::vector{0, 0, 1})) << "INIT delivers nothing";
   EXPECT_TRUE(p.init == 1 && p.quit == 0);
-  EXPECT_EQ(p.press(p.GO), (std::vector{0, 0, 0}));
+  EXPECT_EQ(p.press(GO), (std::vector{0, 0, 0}));
   p.mark(3);
-  p.press(p.GO);
-  EXPECT_EQ(p.press(p.GO), (std::vector{0, 0, 1})) << "INIT has left the sticky mark";
+  p.press(GO);
+  EXPECT_EQ(p.press(GO), (std::vector{0, 0, 1})) << "INIT has left the sticky mark";
   std::vector<int> shown{1, 0, 1};
   p.panel->eval(&p.quit, shown.data());
-  EXPECT_EQ(p.press(p.GO), shown);
+  EXPECT_EQ(p.press(GO), shown);
 }
 
 TEST_P(io_test_panels, quit_by_button_and_with_their_window) {
   an_input_panel p(GetParam());
-  p.press(p.QUIT);
+  p.press(QUIT);
   EXPECT_EQ(std::exchange(p.quit, 0), 1);
   hands::close(fl_xid(&p.window()));
   EXPECT_TRUE(wait_until([&] {

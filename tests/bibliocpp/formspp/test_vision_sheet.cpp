@@ -74,14 +74,15 @@ TEST(vision_sheet, draws_where_it_is_due) {
 
 TEST(vision_sheet, arrowheads_point_along_the_way) {
   a_window window;
-  for (const auto& [x, y] : std::vector<std::pair<int, int>>{{1, 0}, {0, 1}, {-1, 0}, {0, -1}}) {
-    const picture sector = drawn(
-        window, [x = x, y = y](auto& s) { s.ofl_arrowbound(150 - 40 * x, 60 - 40 * y, 150, 60, FL_BLUE); });
+  for (const auto& way : std::vector<std::pair<int, int>>{{1, 0}, {0, 1}, {-1, 0}, {0, -1}}) {
+    const int x = way.first, y = way.second;
+    const picture sector =
+        drawn(window, [x, y](auto& s) { s.ofl_arrowbound(150 - 40 * x, 60 - 40 * y, 150, 60, FL_BLUE); });
     // The square's corner is (150, 60) and its centre, the tip, 40 pixels further.
     EXPECT_TRUE(sector.at(190 - 20 * x, 100 - 20 * y) == blue &&
                 sector.at(190 + 20 * x, 100 + 20 * y) == grey);
     EXPECT_EQ(fl_color(), FL_BLACK);
-    const picture arrow = drawn(window, [x = x, y = y](auto& s) {
+    const picture arrow = drawn(window, [x, y](auto& s) {
       s.ofl_drw_arrow_line(150 - 80 * x, 100 - 80 * y, 150, 100, FL_BLUE, 40, 5);
     });
     const auto at = [&](int along, int across) {

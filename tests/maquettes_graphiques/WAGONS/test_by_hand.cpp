@@ -52,7 +52,7 @@ void keep_picture(const std::string& name, const place& where) {
 }
 
 std::string file_of(const std::string& text) {
-  const std::string path = std::filesystem::temp_directory_path() / ("signals." + std::to_string(getpid()));
+  std::string path = std::filesystem::temp_directory_path() / ("signals." + std::to_string(getpid()));
   std::ofstream(path) << text;
   return path;
 }
@@ -132,7 +132,8 @@ TEST(banc_essai, refuses_what_it_cannot_do) {
            {too_many, ", ligne 42: plus de 41 signaux de cette sorte"},
            {"\n", ": aucun signal"}}) {
     const std::string file = file_of(text);
-    EXPECT_EQ(errors_with({"--signaux", file, "true"}), "ERREUR dans " + file + reason + "\n");
+    EXPECT_EQ(errors_with({"--signaux", file, "true"}),
+              std::string("ERREUR dans ").append(file).append(reason).append("\n"));
   }
   EXPECT_EQ(errors_with({"--signaux", "/no/such", "true"}), "ERREUR dans /no/such: illisible\n");
   for (const names& words : {names{}, {"--pas-a-pas"}, {"--signaux"}, {"--other", "true"}})
