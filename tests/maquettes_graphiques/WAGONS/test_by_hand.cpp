@@ -222,6 +222,7 @@ TEST(commande_manuelle, stops_everything_when_it_quits_first) {
   const auto becomes = [&](int output, int value) {
     return wait_until([&] { return mine.area->output[output] == value; });
   };
+  EXPECT_TRUE(mine.panel.shows({"wAvide", "wBvide", "wCvide"})) << "painted, and ready for a hand";
   mine.panel.set({"A_GAUCHE", "C_DROITE"}, {"C_DROITE"});
   EXPECT_TRUE(becomes(sortie::A_GAUCHE, 1));
   mine.panel.go();
