@@ -1,5 +1,9 @@
 #include "maquettes_graphiques/WAGONS/mine.h"
 
+#include <utility>
+
+#include "maquettes_graphiques/mock_up/scene_window.h"
+
 namespace {
 
 template <typename Widget>
@@ -26,7 +30,7 @@ Fl_Roller* add_roller(int x, int y, int w, int h, const char* label) {
 
 // The order of creation is the order of drawing.
 mine_class::mine_class() {
-  mine = new Fl_Double_Window(925, 400, "olmera");
+  mine = new scene_window(925, 400, "olmera");
   mine->box(FL_NO_BOX);
   mine->user_data(this);
   // Higher than the window, so that its lower edge does not show.
@@ -50,4 +54,8 @@ mine_class::mine_class() {
   reglage_vitesse_B = add_roller(125, 350, 70, 20, "Vitesse B");
   reglage_vitesse_C = add_roller(205, 350, 70, 20, "Vitesse C");
   mine->end();
+}
+
+void mine_class::paint_with_window(std::function<void()> paint) {
+  static_cast<scene_window*>(mine)->scene(std::move(paint));
 }

@@ -7,12 +7,18 @@
 #include <FL/Fl_Double_Window.H>
 #include <FL/Fl_Roller.H>
 
+#include <functional>
+
 // Builds and lays out the widgets, and nothing else: who runs the mine shows the window, polls the
 // widgets and draws the scene. The window (925 * 400 pixels) is not shown yet; its user data is this
 // object. Widgets live as long as the program, also when this object goes.
 class mine_class {
  public:
   mine_class();
+
+  // What stands in the scene: from now on painted with every repaint of the window, so that it stays on
+  // screen while a modal box keeps the cycle from drawing (see scene_window).
+  void paint_with_window(std::function<void()> paint);
 
   Fl_Double_Window* mine;
   Fl_Box* simul;  // the scene: 705 * 380 at (10, 10); its colour is the scene's background

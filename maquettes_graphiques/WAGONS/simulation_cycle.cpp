@@ -9,7 +9,6 @@
 
 #include "bibliocpp/formspp.h"
 #include "maquettes_graphiques/WAGONS/plant_signals.h"
-#include "maquettes_graphiques/mock_up/frozen_scene.h"
 #include "maquettes_graphiques/mock_up/run_end.h"
 
 namespace {
@@ -41,20 +40,9 @@ constexpr const char* B_not_at_unloading =
 constexpr const char* C_not_at_unloading =
     "ERREUR:\n Le wagon C a ete vide hors de son poste de dechargement!!!";
 
-frozen_scene freeze(simulation& run) {
-  return {*run.p_mine->mine, *run.p_mine->simul, [&scene = run.scene] { paint(scene); }};
-}
-
 void fault(simulation& run, const char* text) {
   run.termine = 1;
-  if (run_end_requested()) return;
-  const frozen_scene still = freeze(run);
-  fl_show_Smessages(text);
-}
-
-void show_credits(simulation& run) {
-  const frozen_scene still = freeze(run);
-  fl_show_ms();
+  if (!run_end_requested()) fl_show_Smessages(text);
 }
 
 void empty_all_by_hand(mine_scene& scene) {
@@ -84,7 +72,7 @@ void heed_operator(simulation& run) {
   else if (obj == panel.reglage_vitesse_C)
     change_speed(scene.wC, panel.reglage_vitesse_C, "vitesse C: ", panel.reglage_vitesse_C);
   else if (obj == panel.bouton_about)
-    show_credits(run);
+    fl_show_ms();
   else if (obj == panel.bouton_quit)
     run.termine = 1;
   else if (obj == panel.bouton_redraw)
@@ -192,6 +180,7 @@ void set_roller(Fl_Roller* roller, double value) {
 void show_mine(simulation& run) {
   mine_class& panel = *run.p_mine;
   mine_scene& scene = run.scene;
+  panel.paint_with_window([&scene] { paint(scene); });
   fl_show_form(panel.mine, FL_PLACE_CENTER | FL_FREE_SIZE, FL_FULLBORDER, "mine de charbon");
   dessiner(&panel, scene.man, scene.wA, scene.wB, scene.wC);
   set_roller(panel.reglage_vitesse_A, 1.5);
