@@ -104,6 +104,16 @@ int picture::count(const rgb& colour, int x, int y, int width, int height) const
   return found;
 }
 
+int picture::dark(int x, int y, int width, int height) const {
+  int found = 0;
+  for (int row = y; row < y + height; ++row)
+    for (int column = x; column < x + width; ++column) {
+      const rgb seen = at(column, row);
+      found += seen.r + seen.g + seen.b < 3 * 128;
+    }
+  return found;
+}
+
 picture picture::part(int x, int y, int width, int height) const {
   picture result(width, height);
   for (int row = 0; row < height; ++row)

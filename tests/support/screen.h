@@ -24,6 +24,8 @@ class picture {
   void put(int x, int y, std::uint32_t pixel) { pixels[index(x, y)] = pixel; }
   // Pixels of that colour in a rectangle, by default in the whole picture.
   int count(const rgb& colour, int x = 0, int y = 0, int width = -1, int height = -1) const;
+  // Dark pixels of a rectangle: what black text leaves there, smoothed by its font or not.
+  int dark(int x, int y, int width, int height) const;
   picture part(int x, int y, int width, int height) const;
   bool operator==(const picture&) const = default;
   // Leaves it as a PPM file, to be looked at.

@@ -130,8 +130,8 @@ TEST_P(io_test_panels, light_a_lamp_beside_each_name_page_by_page) {
   p.add(20);
   EXPECT_EQ(p.page(), std::string(20, 'r') + " s0") << "not known yet";
   const picture seen = p.look();
-  EXPECT_GT(seen.count(black, p.xoff + 24, 34 + 16 * 19, 60, 12), 5) << "the last name, beside the last lamp";
-  EXPECT_EQ(seen.count(black, p.xoff + 24, 34 + 16 * 19 + 17, 60, 12), 0);
+  EXPECT_GT(seen.dark(p.xoff + 24, 34 + 16 * 19, 60, 12), 5) << "the last name, beside the last lamp";
+  EXPECT_EQ(seen.dark(p.xoff + 24, 34 + 16 * 19 + 17, 60, 12), 0);
   p.add(1);
   EXPECT_EQ(p.page(), "r s20") << "the 21st signal turns the page";
   p.panel->next_page();

@@ -109,8 +109,8 @@ TEST(wait_form, is_painted_before_the_task_begins_and_gone_after_it) {
     XSync(fl_display, 0);
     const picture seen = picture_of(window);
     EXPECT_EQ(std::make_pair(seen.width(), seen.height()), std::make_pair(600, 60));
-    EXPECT_GT(seen.count(black, 200, 10, 200, 40), 20) << "the message, in the middle";
-    EXPECT_EQ(seen.count(black, 10, 10, 100, 40), 0);
+    EXPECT_GT(seen.dark(200, 10, 200, 40), 20) << "the message, in the middle";
+    EXPECT_EQ(seen.dark(10, 10, 100, 40), 0);
   }
   EXPECT_TRUE(wait_until([] { return window_titled("travail en cours ...") == 0; }));
   EXPECT_TRUE(under_construction.children() == 0 && Fl_Group::current() == &under_construction);
