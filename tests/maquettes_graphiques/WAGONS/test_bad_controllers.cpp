@@ -37,7 +37,7 @@ TEST(controller, may_be_killed_at_any_instant) {
   running_mine mine;
   for (int n = 0; n < 20; ++n) {
     process controller({built("controleur_mine"), "-automemlink", std::to_string(mine.area.ident())});
-    ASSERT_TRUE(wait_until([&] { return controller.errors() != ""; }));
+    ASSERT_TRUE(wait_until([&] { return !controller.errors().empty(); }));
     mine.area.cycles(n % 3);
     controller.signal(SIGKILL);
     controller.wait();

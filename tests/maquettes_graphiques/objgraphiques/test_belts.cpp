@@ -94,8 +94,8 @@ TEST(hbelt, stops_parts_that_queue_up_in_a_crowded_scene) {
   a_scene scene;
   hbelt belt(&scene.window, 0, 150, 290, 20, 1);
   std::vector<std::unique_ptr<movepart>> parts;
-  for (int n = 0; n < 99; ++n)
-    belt.add_ppart(parts.emplace_back(scene.part(n % 33 * 6, 30 + n / 33 * 20, 4, 4)).get());
+  for (const int y : {30, 50, 70})
+    for (int x = 0; x < 33 * 6; x += 6) belt.add_ppart(parts.emplace_back(scene.part(x, y, 4, 4)).get());
   const auto wall = scene.part(250, 0, 10, 140, FL_RED);
   run(belt, 200);
   for (int n = 0; n < 99; ++n)
