@@ -163,20 +163,6 @@ TEST(cycle, tips_a_load_into_C_within_one_cycle) {
   EXPECT_EQ(mine.area.input(entree::wCvide), 0);
 }
 
-TEST(cycle, what_has_no_effect_is_no_fault) {
-  a_mine mine;
-  for (const int value : {1, 0}) {
-    for (const int output : {sortie::VIDER_A, sortie::VIDER_B, sortie::VIDER_C})
-      mine.area.output(output, value);
-    mine.cycle(2);
-  }
-  mine.drive(sortie::B_DROITE, entree::pcB);
-  mine.area.output(sortie::REMPLIR_B, 1);
-  mine.cycle(5);
-  EXPECT_EQ(mine.area.input(entree::wBplein), 1);
-  EXPECT_FALSE(mine.run.termine) << "emptying empty wagons, filling full ones";
-}
-
 TEST(cycle, takes_one_widget_a_cycle) {
   a_mine mine;
   mine.panel.bouton_dc->do_callback();

@@ -26,12 +26,6 @@ struct a_run : running_mine {
   }
 };
 
-// A controller for an area whose plant the test has put where it wants.
-struct late_controller : process {
-  explicit late_controller(const open_area& area)
-      : process({built("controleur_mine"), "-automemlink", std::to_string(area.ident())}) {}
-};
-
 void turn_roller(const running_mine& mine, int index, int to) {
   const int x = mine.where.x + 45 + 80 * index, y = mine.where.y + 360;
   hands::move_to(x + 35, y);
@@ -86,7 +80,7 @@ TEST(controleur_mine, finds_home_from_the_ends_of_the_tracks_and_after_overshoot
       }
       mine.area.output(move.output, 0);
     }
-    const late_controller controller(mine.area);
+    const process controller({built("controleur_mine"), "-automemlink", std::to_string(mine.area.ident())});
     mine.area.cycles(20);
     mine.push(buttons::init);
     const auto home = [&] {
