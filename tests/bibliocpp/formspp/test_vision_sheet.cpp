@@ -7,6 +7,7 @@
 #include <FL/fl_draw.H>
 
 #include <functional>
+#include <tuple>
 
 namespace {
 
@@ -57,24 +58,28 @@ TEST(vision_sheet, clips_every_drawing_when_it_has_an_area) {
 
 TEST(vision_sheet, draws_where_it_is_due) {
   a_window window;
-  const int dashes = drawn(window, [](auto& s) { s.ofl_dash_line(20, 30, 120, 30, FL_BLUE); }).count(blue);
+  const picture seen = drawn(window, [](auto& s) {
+    s.ofl_dash_line(20, 10, 120, 10, FL_BLUE);
+    s.ofl_line(20, 20, 120, 20, FL_BLUE);
+    s.ofl_break_line(100, 100, 180, 100, FL_BLUE);
+    s.ofl_break_line(10, 162, 20, 167, FL_BLUE);
+    s.ofl_rectbound(20, 30, 40, 20, FL_BLUE);
+    s.ofl_circbound(20, 60, 40, FL_BLUE);
+  });
+  const int dashes = seen.count(blue, 0, 10, 300, 1);
   EXPECT_TRUE(10 < dashes && dashes < 90) << dashes;
-  EXPECT_EQ(drawn(window, [](auto& s) { s.ofl_line(20, 30, 120, 30, FL_BLUE); }).count(blue), 101)
-      << "solid again";
-  const picture zigzag = drawn(window, [](auto& s) { s.ofl_break_line(100, 100, 180, 100, FL_BLUE); });
-  EXPECT_TRUE(zigzag.at(120, 140) == blue && zigzag.at(140, 100) == blue && zigzag.at(160, 60) == blue);
-  EXPECT_EQ(drawn(window, [](auto& s) { s.ofl_break_line(10, 22, 20, 27, FL_BLUE); }).at(10, 28), blue)
-      << "truncated";
-  const picture box = drawn(window, [](auto& s) { s.ofl_rectbound(20, 30, 40, 20, FL_BLUE); });
-  EXPECT_EQ(box.count(black), 2 * 40 + 2 * 18);
-  EXPECT_EQ(box.count(blue), 38 * 18);
-  const picture disc = drawn(window, [](auto& s) { s.ofl_circbound(20, 30, 40, FL_BLUE); });
-  EXPECT_TRUE(disc.at(20, 50) == black && disc.at(40, 50) == blue && disc.at(21, 31) == grey);
+  EXPECT_EQ(seen.count(blue, 0, 20, 300, 1), 101) << "solid again";
+  EXPECT_EQ(seen.count(black, 0, 30, 100, 20), 2 * 40 + 2 * 18);
+  EXPECT_EQ(seen.count(blue, 0, 30, 100, 20), 38 * 18);
+  // The zigzag, a second one whose quarter is truncated, the disc.
+  for (const auto& [x, y] : {std::pair{120, 140}, {140, 100}, {160, 60}, {10, 168}, {40, 80}})
+    EXPECT_EQ(seen.at(x, y), blue) << x << ", " << y;
+  EXPECT_TRUE(seen.at(20, 80) == black && seen.at(21, 61) == grey);
 }
 
 TEST(vision_sheet, arrowheads_point_along_the_way) {
   a_window window;
-  for (const auto& way : std::vector<std::pair<int, int>>{{1, 0}, {0, 1}, {-1, 0}, {0, -1}}) {
+  for (const auto& way : {std::pair{1, 0}, {0, 1}, {-1, 0}, {0, -1}}) {
     const int x = way.first, y = way.second;
     const picture sector =
         drawn(window, [x, y](auto& s) { s.ofl_arrowbound(150 - 40 * x, 60 - 40 * y, 150, 60, FL_BLUE); });
@@ -82,23 +87,21 @@ TEST(vision_sheet, arrowheads_point_along_the_way) {
     EXPECT_TRUE(sector.at(190 - 20 * x, 100 - 20 * y) == blue &&
                 sector.at(190 + 20 * x, 100 + 20 * y) == grey);
     EXPECT_EQ(fl_color(), FL_BLACK);
-    const picture arrow = drawn(window, [x, y](auto& s) {
-      s.ofl_drw_arrow_line(150 - 80 * x, 100 - 80 * y, 150, 100, FL_BLUE, 40, 5);
-    });
-    const auto at = [&](int along, int across) {
-      return arrow.at(150 - x * along - y * across, 100 - y * along - x * across);
+    const auto arrow_from = [&](int distance) {
+      return drawn(window, [=](auto& s) {
+        s.ofl_drw_arrow_line(150 - distance * x, 100 - distance * y, 150, 100, FL_BLUE, 40, 5);
+      });
     };
-    for (const int side : {-1, 1}) {
-      EXPECT_TRUE(at(60, 2 * side) == blue && at(60, 4 * side) == grey) << "the shaft, 5 wide";
-      EXPECT_TRUE(at(36, 11 * side) == blue && at(36, 17 * side) == grey) << "the head, 29 wide at its base";
-      EXPECT_TRUE(at(6, 5 * side) == grey && at(46, 8 * side) == grey && at(-3, 0) == grey)
-          << "40 long, pointed";
-    }
+    EXPECT_TRUE(arrow_from(10) == arrow_from(x == 1 ? 0 : 20)) << "no room for a shaft";
+    const picture arrow = arrow_from(80);
+    // The shaft is 5 wide; the head is pointed, 40 long and 29 wide at its base.
+    const std::tuple<int, int, rgb> spots[] = {{60, 2, blue}, {60, 4, grey}, {36, 11, blue}, {36, 17, grey},
+                                               {6, 5, grey},  {46, 8, grey}, {-3, 0, grey}};
+    for (const auto& [along, across, colour] : spots)
+      for (const int side : {-across, across})
+        EXPECT_EQ(arrow.at(150 - x * along - y * side, 100 - y * along - x * side), colour)
+            << along << ", " << side;
   }
-  const auto to_the_right = [](int x) -> operation {
-    return [x](auto& s) { s.ofl_drw_arrow_line(x, 100, 150, 100, FL_BLUE, 40, 5); };
-  };
-  EXPECT_TRUE(drawn(window, to_the_right(140)) == drawn(window, to_the_right(150))) << "no room for a shaft";
 }
 
 TEST(wait_form, is_painted_before_the_task_begins_and_gone_after_it) {
