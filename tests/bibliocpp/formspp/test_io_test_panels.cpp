@@ -3,7 +3,7 @@
 #include "bibliocpp/formspp/io_test_panels.h"
 #include "tests/support/a_window.h"
 
-#include <optional>
+#include <memory>
 #include <utility>
 
 namespace {
@@ -11,17 +11,17 @@ namespace {
 // A panel in its own window, or embedded 30 pixels from the left of another.
 template <typename Panel, typename... Title>
 struct a_panel {
-  std::optional<a_window> outer;
-  std::optional<Panel> panel;
+  std::unique_ptr<a_window> outer;
+  std::unique_ptr<Panel> panel;
   int xoff = 0;
 
   a_panel(bool embedded, int height, Title... title) {
     if (embedded) {
-      outer.emplace(500, height);
-      panel.emplace(&*outer, xoff = 30, height, title...);
+      outer = std::make_unique<a_window>(500, height);
+      panel = std::make_unique<Panel>(outer.get(), xoff = 30, height, title...);
       outer->redraw();
     } else {
-      panel.emplace(height, title...);
+      panel = std::make_unique<Panel>(height, title...);
     }
   }
   Fl_Window& window() { return *Fl::first_window(); }
@@ -45,9 +45,9 @@ struct an_input_panel : a_panel<OFD_simulator_input> {
     for (const char* name : {"a", "b", "@c"}) panel->add(name);
     look();
   }
-  void mark(int line) { click(20, 24 + 16 * line); }
-  void mark_sticky(int line) { click(220, 24 + 16 * line); }
-  const std::vector<int>& press(int x) {
+  // The values after a click on each marked line, then on the button at x.
+  const std::vector<int>& press(int x, const std::vector<int>& lines_to_mark = {}) {
+    for (const int line : lines_to_mark) click(20, 24 + 16 * line);
     click(x, 280);
     panel->check(&init, &quit, values.data());
     return values;
@@ -91,35 +91,24 @@ struct an_output_panel : a_panel<OFD_simulator_output, const char*> {
 class io_test_panels : public testing::TestWithParam<bool> {};
 INSTANTIATE_TEST_SUITE_P(both_forms, io_test_panels, testing::Values(false, true));
 
-TEST_P(io_test_panels, deliver_a_signal_once_unless_it_is_sticky) {
+TEST_P(io_test_panels, deliver_a_signal_once_unless_it_is_sticky_and_quit_with_their_window) {
   an_input_panel p(GetParam());
-  p.mark(1);
-  p.mark(3);
-  p.mark_sticky(3);
-  EXPECT_EQ(p.press(GO), (std::vector{1, 0, 1}));
+  p.click(220, 24 + 16 * 3);  // the third is sticky
+  EXPECT_EQ(p.press(GO, {1, 3}), (std::vector{1, 0, 1}));
   EXPECT_EQ(p.press(GO), (std::vector{0, 0, 1}));
   EXPECT_TRUE(p.init == 0 && p.quit == 0);
-  p.mark(2);
-  EXPECT_EQ(p.press(INIT), (std::vector{0, 0, 1})) << "INIT delivers nothing";
+  EXPECT_EQ(p.press(INIT, {2}), (std::vector{0, 0, 1})) << "INIT delivers nothing";
   EXPECT_TRUE(p.init == 1 && p.quit == 0);
   EXPECT_EQ(p.press(GO), (std::vector{0, 0, 0}));
-  p.mark(3);
-  p.press(GO);
+  p.press(GO, {3});
   EXPECT_EQ(p.press(GO), (std::vector{0, 0, 1})) << "INIT has left the sticky mark";
   std::vector<int> shown{1, 0, 1};
   p.panel->eval(&p.quit, shown.data());
   EXPECT_EQ(p.press(GO), shown);
-}
-
-TEST_P(io_test_panels, quit_by_button_and_with_their_window) {
-  an_input_panel p(GetParam());
   p.press(QUIT);
   EXPECT_EQ(std::exchange(p.quit, 0), 1);
   hands::close(fl_xid(&p.window()));
-  EXPECT_TRUE(wait_until([&] {
-    p.panel->eval(&p.quit, p.values.data());
-    return p.quit == 1;
-  }));
+  EXPECT_TRUE(wait_until([&] { return p.panel->eval(&p.quit, p.values.data()), p.quit == 1; }));
   p.quit = 0;
   p.panel->check(&p.init, &p.quit, p.values.data());
   EXPECT_EQ(p.quit, 1) << "there is nothing left to press";
