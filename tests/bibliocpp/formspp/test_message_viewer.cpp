@@ -40,8 +40,7 @@ std::vector<window_id> shown_windows() {
 
 // The operator at the viewer: takes the steps in order, each as soon as it can be taken, while the viewer
 // waits for events.
-class reader {
- public:
+struct reader {
   reader() {
     Fl::add_timeout(0, look, this);
     has_keyboard();
@@ -50,8 +49,6 @@ class reader {
     Fl::remove_timeout(look, this);
     EXPECT_TRUE(steps.empty());
   }
-  reader(const reader&) = delete;
-  reader& operator=(const reader&) = delete;
 
   reader& when(std::function<bool()> is_so) { return steps.push_back(std::move(is_so)), *this; }
   reader& then(const std::function<void()>& action) {
@@ -65,10 +62,9 @@ class reader {
     return when([] {
       XWindowAttributes seen{};
       const Fl_Window* const modal = Fl::modal();
-      if (modal == nullptr || modal->damage() || !XGetWindowAttributes(fl_display, fl_xid(modal), &seen) ||
-          seen.map_state != IsViewable)
-        return false;
-      return hands::focus(fl_xid(modal)), true;
+      if (modal == nullptr || modal->damage()) return false;
+      XGetWindowAttributes(fl_display, fl_xid(modal), &seen);
+      return seen.map_state == IsViewable && (hands::focus(fl_xid(modal)), true);
     });
   }
   reader& sees_page(const string& position) {
@@ -84,7 +80,6 @@ class reader {
     return when([] { return Fl::modal()->w() == 820 && other_window_than(shown_windows()) == 0; });
   }
 
- private:
   static void look(void* data) {
     auto& self = *static_cast<reader*>(data);
     if (!self.steps.empty() && self.steps.front()()) self.steps.pop_front();
