@@ -40,7 +40,8 @@ TEST(hbelt, wraps_its_counter_and_carries_on_by_whole_steps) {
 TEST(hbelt, carries_what_stands_over_it_with_both_ends) {
   a_scene scene;
   hbelt belt(&scene.window, 50, 100, 100, 20, 2);
-  const std::vector<std::pair<int, int>> from_to{{49, 49}, {50, 52}, {150, 152}, {151, 151}};
+  const std::vector<std::pair<int, int>> from_to{{49, 49}, {50, 52}, {150, 152}, {151, 151}, {90, 90}};
+  const auto in_the_way_of_the_last = scene.part(96, 160, 5, 5, FL_RED);
   std::vector<std::unique_ptr<movepart>> parts;
   int y = 10;  // at whatever height
   for (const auto& [from, to] : from_to)
@@ -48,7 +49,7 @@ TEST(hbelt, carries_what_stands_over_it_with_both_ends) {
   run(belt);
   for (std::size_t n = 0; n < parts.size(); ++n)
     EXPECT_EQ(parts[n]->actual_first_xpos(), from_to[n].second) << from_to[n].first;
-  EXPECT_EQ(scene.window.look().count(blue), 2 * 25) << "the others are not painted either";
+  EXPECT_EQ(scene.window.look().count(blue), 3 * 25) << "those not over it are not painted either";
   belt.supp_ppart(parts[1].get());
   run(belt);
   EXPECT_EQ(parts[1]->actual_first_xpos(), 52) << "let go";
