@@ -31,9 +31,6 @@ struct a_jack : a_scene {
   }
 };
 
-struct box {
-  int x, y, w, h;
-};
 struct segment {
   int x1, y1, x2, y2;
 };
@@ -41,7 +38,7 @@ struct segment {
 // What is painted after one step out: body and finger as rectangles (none where the toolkit paints
 // nothing), the piston's face from end to end, and how the part was pushed.
 struct seen_after_a_step {
-  box body, finger;
+  place body, finger;
   segment face;
   int dx, dy;
 };
