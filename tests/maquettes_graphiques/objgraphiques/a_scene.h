@@ -32,19 +32,13 @@ inline std::ostream& operator<<(std::ostream& out, const extent& e) {
 inline extent columns(const picture& seen, int y, const rgb& colour) {
   extent found;
   for (int x = 0; x < seen.width(); ++x)
-    if (seen.at(x, y) == colour) {
-      if (found.first < 0) found.first = x;
-      found.last = x;
-    }
+    if (seen.at(x, y) == colour) found = {found.first < 0 ? x : found.first, x};
   return found;
 }
 
 inline extent rows(const picture& seen, int x, const rgb& colour) {
   extent found;
   for (int y = 0; y < seen.height(); ++y)
-    if (seen.at(x, y) == colour) {
-      if (found.first < 0) found.first = y;
-      found.last = y;
-    }
+    if (seen.at(x, y) == colour) found = {found.first < 0 ? y : found.first, y};
   return found;
 }

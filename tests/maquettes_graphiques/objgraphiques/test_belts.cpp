@@ -26,7 +26,6 @@ TEST(hbelt, wraps_its_counter_and_carries_on_by_whole_steps) {
   for (const int counter : {30, 60, 90, 20}) {
     part->absmoveredraw(50, 80);
     belt.activate();
-    EXPECT_EQ(belt.is_activing(), 1);
     EXPECT_EQ(belt.react(), 1);
     EXPECT_EQ(belt.is_activing(), 0);
     belt.redraw();
@@ -41,7 +40,8 @@ TEST(hbelt, wraps_its_counter_and_carries_on_by_whole_steps) {
 TEST(hbelt, carries_what_stands_over_it_with_both_ends) {
   a_scene scene;
   hbelt belt(&scene.window, 50, 100, 100, 20, 2);
-  const std::vector<std::pair<int, int>> from_to{{49, 49}, {50, 52}, {150, 152}, {151, 151}};
+  const std::vector<std::pair<int, int>> from_to{{49, 49}, {50, 52}, {150, 152}, {151, 151}, {90, 90}};
+  const auto in_the_way_of_the_last = scene.part(96, 160, 5, 5, FL_RED);
   std::vector<std::unique_ptr<movepart>> parts;
   int y = 10;  // at whatever height
   for (const auto& [from, to] : from_to)
@@ -49,17 +49,16 @@ TEST(hbelt, carries_what_stands_over_it_with_both_ends) {
   run(belt);
   for (std::size_t n = 0; n < parts.size(); ++n)
     EXPECT_EQ(parts[n]->actual_first_xpos(), from_to[n].second) << from_to[n].first;
-  EXPECT_EQ(scene.window.look().count(blue), 2 * 25) << "the others are not painted either";
+  EXPECT_EQ(scene.window.look().count(blue), 3 * 25) << "those not over it are not painted either";
   belt.supp_ppart(parts[1].get());
-  belt.supp_ppart(parts[1].get());
-  EXPECT_EQ(belt.part_list(), (std::list<movepart*>{parts[0].get(), parts[2].get(), parts[3].get()}));
   run(belt);
   EXPECT_EQ(parts[1]->actual_first_xpos(), 52) << "let go";
 }
 
-TEST(hbelt, redraws_only_after_a_step_forward) {
+TEST(hbelt, redraws_only_after_a_step_forward_and_lets_its_mark_stick_out_below) {
   a_scene scene;
   for (const int speed : {3, -3}) {
+    fl_rectf(0, 0, 300, 200, bg);
     hbelt belt(&scene.window, 50, 100, 100, 20, speed);
     const auto part = scene.part(100, 80, 5, 5);
     belt.add_ppart(part.get());
@@ -71,36 +70,14 @@ TEST(hbelt, redraws_only_after_a_step_forward) {
     EXPECT_EQ(part->actual_first_xpos(), speed > 0 ? 103 : 100) << "backwards deliberately nothing";
     belt.draw();
     EXPECT_EQ(part->actual_first_xpos(), speed > 0 ? 106 : 97) << "draw() has no such condition";
-    fl_rectf(0, 0, 300, 200, bg);
+    if (speed < 0) continue;
+    run(belt);
+    const picture seen = scene.window.look();
+    EXPECT_EQ(seen.at(53, 120), black) << "nothing erases the end of the old mark";
+    EXPECT_EQ(seen.at(53, 110), red);
+    belt.paint();
+    EXPECT_TRUE(scene.window.look() == seen);
   }
-}
-
-TEST(hbelt, its_mark_sticks_out_below_while_it_runs) {
-  a_scene scene;
-  hbelt belt(&scene.window, 50, 100, 100, 20, 3);
-  belt.draw();
-  EXPECT_EQ(scene.window.pixel_at(50, 120), grey);
-  run(belt);
-  EXPECT_EQ(scene.window.pixel_at(53, 120), black);
-  run(belt);
-  const picture seen = scene.window.look();
-  EXPECT_EQ(seen.at(53, 120), black) << "and nothing erases it";
-  EXPECT_EQ(seen.at(53, 110), red);
-  belt.paint();
-  EXPECT_TRUE(scene.window.look() == seen);
-}
-
-TEST(hbelt, stops_parts_that_queue_up_in_a_crowded_scene) {
-  a_scene scene;
-  hbelt belt(&scene.window, 0, 150, 290, 20, 1);
-  std::vector<std::unique_ptr<movepart>> parts;
-  for (const int y : {30, 50, 70})
-    for (int x = 0; x < 33 * 6; x += 6) belt.add_ppart(parts.emplace_back(scene.part(x, y, 4, 4)).get());
-  const auto wall = scene.part(250, 0, 10, 140, FL_RED);
-  run(belt, 200);
-  for (int n = 0; n < 99; ++n)
-    EXPECT_EQ(parts[static_cast<std::size_t>(n)]->actual_last_xpos(), 250 - (32 - n % 33) * 4) << n;
-  EXPECT_EQ(scene.window.look().count(blue), 99 * 16) << "one train behind the other, none over another";
 }
 
 namespace {
@@ -117,15 +94,13 @@ TEST(rbelt, turns_its_parts_about_the_axle_without_turning_them_round) {
   a.table.add_ppart(a.load.get());
   run(a.table, 3);
   EXPECT_EQ(a.table.radius(), 90) << "the angle, despite the name";
-  const double not_quite_a_right_angle = 3.1415 / 2;
-  EXPECT_NEAR(a.load->actual_precision_first_xpos(), 150 + 50 * std::cos(not_quite_a_right_angle) - 10, 1e-9);
-  EXPECT_NEAR(a.load->actual_precision_first_ypos(), 100 + 50 * std::sin(not_quite_a_right_angle) - 5, 1e-9);
+  EXPECT_NEAR(a.load->actual_precision_first_xpos(), 140 + 50 * std::cos(3.1415 / 2), 1e-9) << "almost pi";
   a.table.react();
   a.table.redraw();
   EXPECT_NEAR(a.load->actual_precision_first_ypos(), 145, 0.01) << "not activated, not turned";
   run(a.table, 10);
   EXPECT_EQ(a.table.radius(), 30) << "13 steps: wrapped past 360";
-  EXPECT_NEAR(a.load->actual_precision_first_xpos(), 150 + 50 * std::cos(M_PI / 6) - 10, 0.05);
+  EXPECT_NEAR(a.load->actual_precision_first_xpos(), 140 + 50 * std::cos(M_PI / 6), 0.05);
 }
 
 TEST(rbelt, leaves_a_part_that_is_blocked_and_ignores_invisible_steps) {
@@ -150,9 +125,8 @@ TEST(rbelt, leaves_a_part_that_is_blocked_and_ignores_invisible_steps) {
 TEST(rbelt, paints_a_disc_off_its_axle_and_a_radius_that_may_leave_it) {
   a_turntable a;
   a.table.draw();
-  const picture disc = a.window.look();
-  EXPECT_EQ(columns(disc, 130, white), (extent{150, 209}));
-  EXPECT_EQ(disc.count(black), 0);
+  EXPECT_EQ(columns(a.window.look(), 130, white), (extent{150, 209}));
+  EXPECT_EQ(a.window.look().count(black), 0);
   run(a.table, 4);
   const picture turned = a.window.look();
   EXPECT_EQ(turned.at(150 - 29, 100 + 51), black) << "at 120 degrees, outside the disc";
