@@ -26,11 +26,14 @@ struct a_run : running_mine {
   }
 };
 
-void turn_roller(const running_mine& mine, int index, int to) {
-  const int x = mine.where.x + 45 + 80 * index, y = mine.where.y + 360;
-  hands::move_to(x + 35, y);
+// A tenth of a pixel a cycle for each pixel the hand moves; it takes time, as a hand does.
+void turn_roller(const running_mine& mine, int index, int pixels) {
+  const int x = mine.where.x + 45 + 80 * index + 35, y = mine.where.y + 360;
+  hands::move_to(x, y);
   hands::press();
-  hands::move_to(x + to, y);
+  mine.area.cycles(2);
+  hands::move_to(x + pixels, y);
+  mine.area.cycles(2);
   hands::release();
 }
 
@@ -157,7 +160,7 @@ TEST(controleur_mine, raises_no_fault_whatever_the_operator_does) {
     else if (choice < 71)
       run.click(buttons::redraw);
     else
-      turn_roller(run, up_to(3), up_to(70));
+      turn_roller(run, up_to(3), up_to(60) - 30);
     for (int n = up_to(200); n > 0; n -= 4) {
       ASSERT_TRUE(run.area.cycles(3)) << "the run has ended: " << run.simulator.errors();
       const std::int32_t C_is_empty = run.area.input(entree::wCvide);
@@ -167,6 +170,11 @@ TEST(controleur_mine, raises_no_fault_whatever_the_operator_does) {
     ASSERT_EQ(other_window_than({run.window}), 0U) << "seed " << seed << ", action " << actions;
   }
   std::cout << actions << " actions, " << deliveries << " deliveries, seed " << seed << "\n";
+  for (const int roller : {0, 1, 2}) turn_roller(run, roller, 30);  // full speed
+  run.push(buttons::init);
+  EXPECT_TRUE(wait_until([&] { return run.all_home(); }, std::chrono::seconds(60))) << "seed " << seed;
+  run.push(buttons::start);
+  EXPECT_TRUE(run.hauls(2)) << "it can still work";
   EXPECT_EQ(run.quit(), 0);
 }
 
