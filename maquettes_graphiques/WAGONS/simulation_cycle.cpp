@@ -3,7 +3,6 @@
 #include <FL/Fl.H>
 #include <FL/forms.H>
 
-#include <array>
 #include <cstdlib>
 #include <iostream>
 

@@ -1,6 +1,9 @@
 // The reference controller against the real mine, with an operator at the desk.
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <cstdlib>
+#include <iostream>
 #include <random>
 
 #include "tests/maquettes_graphiques/WAGONS/running_mine.h"
@@ -26,7 +29,7 @@ struct a_run : running_mine {
   }
 };
 
-// A tenth of a pixel a cycle for each pixel the hand moves; it takes time, as a hand does.
+// The roller turns by a tenth of a pixel a cycle for each pixel of the hand, if the hand takes its time.
 void turn_roller(const running_mine& mine, int index, int pixels) {
   const int x = mine.where.x + 45 + 80 * index + 35, y = mine.where.y + 360;
   hands::move_to(x, y);
