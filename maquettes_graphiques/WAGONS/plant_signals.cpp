@@ -9,14 +9,6 @@
 
 #include "maquettes_graphiques/mock_up/start_up.h"
 
-char table_signaux[27][27] = {
-    "pcA",      "pcB",       "pcC",       "pdAB",     "pedA",     "pedB",     "pdC",
-    "wAvide",   "wBvide",    "wCvide",    "wAplein",  "wBplein",  "dc",       "ac",
-    "atu",      "init",      "A_DROITE",  "B_DROITE", "C_DROITE", "A_GAUCHE", "B_GAUCHE",
-    "C_GAUCHE", "REMPLIR_A", "REMPLIR_B", "VIDER_A",  "VIDER_B",  "VIDER_C",
-};
-static_assert(std::size(table_signaux) == int{entree::count} + sortie::count);
-
 std::int32_t actionneur[sortie::count];
 
 IOsharemem_server* init_partage_mem(const char* param) {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "maquettes_graphiques/WAGONS/plant_signals.h"
+#include "maquettes_graphiques/WAGONS/mine_signals.h"
 #include "tests/support/area.h"
 #include "tests/support/process.h"
 #include "tests/support/screen.h"

@@ -1,4 +1,4 @@
-#include "maquettes_graphiques/WAGONS/controleurs/hand_panel.h"
+#include "outils/hand_panel/hand_panel.h"
 
 #include <FL/Fl.H>
 

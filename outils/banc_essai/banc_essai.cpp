@@ -11,11 +11,11 @@
 #include <string_view>
 #include <vector>
 
-#include "maquettes_graphiques/WAGONS/controleurs/hand_panel.h"
-#include "maquettes_graphiques/WAGONS/controleurs/signal_file.h"
-#include "maquettes_graphiques/WAGONS/plant_signals.h"
+#include "maquettes_graphiques/WAGONS/mine_signals.h"
 #include "maquettes_graphiques/mock_up/run_end.h"
 #include "maquettes_graphiques/mock_up/start_up.h"
+#include "outils/banc_essai/signal_file.h"
+#include "outils/hand_panel/hand_panel.h"
 
 namespace {
 

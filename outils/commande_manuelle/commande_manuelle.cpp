@@ -7,8 +7,8 @@
 
 #include "bibliocpp/IOshare.h"
 #include "bibliocpp/automemlink.h"
-#include "maquettes_graphiques/WAGONS/controleurs/hand_panel.h"
 #include "maquettes_graphiques/mock_up/run_end.h"
+#include "outils/hand_panel/hand_panel.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "maquettes_graphiques/WAGONS/controleurs/signal_file.h"
+#include "outils/banc_essai/signal_file.h"
 
 #include <cstdlib>
 #include <fstream>
