@@ -116,7 +116,7 @@ TEST(modal_box, suspends_the_run_and_leaves_the_scene_on_screen) {
   const window_id box = mine.box();
   ASSERT_NE(box, 0U);
   const std::int64_t clock = mine.area.clock();
-  for (const int y : {600, 250, 0}) move_window(box, mine.where.x + 100, y);  // over the wagons, and away
+  for (const int y : {600, 250, 0}) put_aside(box, mine.where.x + 100, y);  // over the wagons, and away
   const auto scene_shows = [&] {
     const picture seen = mine.look();
     return seen.count(blue) == 3 * (40 * 5 + 2 * 5 * 20) && seen.count(black, 80, 35, 41, 20) == 41 * 20;
