@@ -10,6 +10,15 @@
 #include "tests/support/screen.h"
 #include "tests/support/wait.h"
 
+inline std::string not_loading(char wagon) {
+  return std::string("ERREUR:\n Le wagon ") + wagon +
+         " n'etait pas à son poste de chargement: remplissage partiel ou aucun remplissage!!!";
+}
+inline std::string not_unloading(char wagon) {
+  return std::string("ERREUR:\n Le wagon ") + wagon +
+         " n'etait pas à son poste de dechargement: aucun remplissage possible du wagon C !!!";
+}
+
 // A box's picture without its icon and its button, whose borders are the program's style.
 inline picture text_of(window_id box) {
   const picture whole = picture_of(box);
