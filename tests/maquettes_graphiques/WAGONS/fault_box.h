@@ -10,29 +10,40 @@
 #include "tests/support/screen.h"
 #include "tests/support/wait.h"
 
+inline std::string not_loading(char wagon) {
+  return std::string("ERREUR:\n Le wagon ") + wagon +
+         " n'etait pas à son poste de chargement: remplissage partiel ou aucun remplissage!!!";
+}
+inline std::string not_unloading(char wagon) {
+  return std::string("ERREUR:\n Le wagon ") + wagon +
+         " n'etait pas à son poste de dechargement: aucun remplissage possible du wagon C !!!";
+}
+
 // A box's picture without its icon and its button, whose borders are the program's style.
 inline picture text_of(window_id box) {
   const picture whole = picture_of(box);
   return whole.part(65, 0, whole.width() - 65, whole.height() - 40);
 }
 
-// Whether the box shows the text; closes it.
+// Moves a box out of the way. The toolkit shows it in a corner, then moves it to the mouse, then paints it:
+// only a painted one stays where it is put.
+inline void put_aside(window_id box, int x, int y) {
+  ASSERT_TRUE(wait_until([&] { return text_of(box).count(black) > 100; }));
+  move_window(box, x, y);
+}
+
+// Whether the box shows the text: pixel by pixel like one that was asked to.
 inline testing::AssertionResult box_says(window_id box, const std::string& text) {
   if (box == 0) return testing::AssertionFailure() << "no box";
+  put_aside(box, 0, 0);
   process reference({built("message_box"), text});
+  window_id expected = 0;
   const std::vector<window_id> known{box, window_titled("mine de charbon"),
                                      window_titled("commande manuelle")};
-  window_id expected = 0;
   if (!wait_until([&] { return (expected = other_window_than(known)) != 0; }))
     return testing::AssertionFailure() << "no reference";
-  const auto same = [&] {  // once both are painted, and out of each other's way
-    move_window(box, 0, 0);
-    move_window(expected, 0, 600);
-    const place a = place_of(box), b = place_of(expected);
-    return a.y == 0 && b.y == 600 && a.w == b.w && a.h == b.h && text_of(box).count(black) > 100 &&
-           text_of(box) == text_of(expected);
-  };
-  return wait_until(same, std::chrono::seconds(5))
+  put_aside(expected, 0, 600);
+  return wait_until([&] { return text_of(box) == text_of(expected); }, std::chrono::seconds(5))
              ? testing::AssertionSuccess()
              : testing::AssertionFailure() << "another text than " << text;
 }
