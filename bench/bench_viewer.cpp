@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -120,6 +121,17 @@ void export_text(benchmark::State& state) {
   });
 }
 
+// One line of nothing but separators: its cells take linear time, however many lie beyond the last column.
+void export_cells(benchmark::State& state) {
+  const message_lines one{"#P 10 ", std::string(static_cast<std::size_t>(state.range(0)), '#')};
+  for (auto _ : state) {
+    std::ostringstream file;
+    filter<OFD_afficheur_filtre_impression>(one).imprime_postscript(file);
+  }
+  state.SetComplexityN(state.range(0));
+  report(state);
+}
+
 void lengths(benchmark::internal::Benchmark* bench) {
   bench->Arg(1'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 }
@@ -133,6 +145,13 @@ BENCHMARK(export_postscript<std::filebuf>)->Apply(lengths);
 BENCHMARK(export_postscript<held_back>)->Apply(lengths);
 BENCHMARK(export_text<std::filebuf>)->Apply(lengths);
 BENCHMARK(export_text<held_back>)->Apply(lengths);
+
+BENCHMARK(export_cells)
+    ->Arg(20'000)
+    ->Arg(200'000)
+    ->Arg(2'000'000)
+    ->Complexity(benchmark::oN)
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -113,7 +113,7 @@ void OFD_simulator_input::eval(int* quit, int* values) {
   // A window that the operator closes comes through the queue like a button.
   *quit = used == quit_button || used == window;
   if (*quit != 0) return;
-  for (int line = 1; line <= count; ++line) signal_marks->checked(line, values[line - 1]);
+  for (int line = 1; line <= count; ++line) signal_marks->checked(line, values[line - 1] != 0);
 }
 
 OFD_simulator_output::OFD_simulator_output(int height, const char* title)

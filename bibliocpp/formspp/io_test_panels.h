@@ -37,7 +37,7 @@ class OFD_simulator_input {
   void check(int* init, int* quit, int* values);
 
   // Looks once, without waiting. "QUIT", or a closed window: *quit = 1. Otherwise *quit = 0, and
-  // "Signal" shows `values`, one for each signal added.
+  // "Signal" shows `values`, one for each signal added: a mark for any value but 0.
   void eval(int* quit, int* values);
 
  private:

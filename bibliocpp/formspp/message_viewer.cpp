@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "bibliocpp/Stringpp.h"
+#include "bibliocpp/formspp/current_group.h"
 #include "bibliocpp/formspp/string_dialogs.h"
 
 namespace {
@@ -38,6 +39,7 @@ OFD_afficheur::OFD_afficheur(Fl_Window* a_parent, int a_language) : language(a_l
     return language == 0 ? french : english;
   };
 
+  const current_group none(nullptr);
   form = fl_bgn_form(FL_NO_BOX, 820, 500);
   fl_add_box(FL_UP_BOX, 0, 0, 820, 500, "");
   browser = fl_add_browser(FL_HOLD_BROWSER, 10, 50, 800, 370, nullptr);
@@ -72,6 +74,7 @@ void OFD_afficheur::activation(std::string* lines, int count, const std::string&
 void OFD_afficheur::show(const std::string* lines, int count, const std::string& title,
                          const std::string& pdf_viewer) {
   constexpr int title_length = 81;
+  const current_group none(nullptr);  // which showing a window makes it anyway
   pdf_command = pdf_viewer;
   page = 0;
   display = {lines, count};

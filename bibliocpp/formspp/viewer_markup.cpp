@@ -50,7 +50,8 @@ void column_table::define(const std::string& line) {
 
 int column_table::left(int c) const {
   int sum = 0;
-  for (int before = 0; before < c; ++before) sum += width(before);
+  const int columns_before = std::min(c, max_columns);  // a line may have many cells more
+  for (int before = 0; before < columns_before; ++before) sum += width(before);
   return sum;
 }
 

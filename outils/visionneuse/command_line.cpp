@@ -2,28 +2,26 @@
 
 #include <getopt.h>
 
-#include <array>
 #include <filesystem>
 
 #include "outils/visionneuse/failure.h"
 
-const char* const usage =
-    "usage: visionneuse FILE [--titre T] [--lecteur-pdf CMD] [--langue fr|en]\n"
-    "       visionneuse FILE [--pdf OUT] [--ps OUT] [--texte OUT]\n"
-    "Shows a file of marked-up messages page by page, or exports it without a window.\n";
-
 namespace {
 
-enum option_code { titre = 1, lecteur_pdf, langue, pdf, ps, texte, aide };
+// Above every character, and above the 1 that getopt_long() returns for what is no option.
+enum option_code { titre = 256, lecteur_pdf, langue, aide, first_export };
 
-constexpr std::array<option, 8> options{{{"titre", required_argument, nullptr, titre},
-                                         {"lecteur-pdf", required_argument, nullptr, lecteur_pdf},
-                                         {"langue", required_argument, nullptr, langue},
-                                         {"pdf", required_argument, nullptr, pdf},
-                                         {"ps", required_argument, nullptr, ps},
-                                         {"texte", required_argument, nullptr, texte},
-                                         {"help", no_argument, nullptr, aide},
-                                         {}}};
+std::vector<option> option_table() {
+  std::vector<option> options{{"titre", required_argument, nullptr, titre},
+                              {"lecteur-pdf", required_argument, nullptr, lecteur_pdf},
+                              {"langue", required_argument, nullptr, langue},
+                              {"help", no_argument, nullptr, aide}};
+  int code = first_export;
+  for (const export_format& format : export_formats)
+    options.push_back({format.option, required_argument, nullptr, code++});
+  options.push_back({});
+  return options;
+}
 
 [[noreturn]] void refuse(const std::string& what) {
   throw failure(bad_input, what + "; \"visionneuse --help\" tells the usage");
@@ -42,12 +40,30 @@ std::string output_name(const std::string& name) {
 
 }  // namespace
 
+std::string usage() {
+  std::string exports;
+  for (const export_format& format : export_formats)
+    exports.append(" [--").append(format.option).append(" OUT]");
+  return "usage: visionneuse FILE [--titre T] [--lecteur-pdf CMD] [--langue fr|en]\n"
+         "       visionneuse FILE" +
+         exports +
+         "\n"
+         "Shows a file of marked-up messages page by page, or exports it without a window.\n";
+}
+
 command_line read_command_line(int argc, char** argv) {
+  const std::vector<option> options = option_table();
   command_line wanted;
+  std::vector<std::string> files;
   opterr = 0;
-  int code = 0;
-  while ((code = getopt_long(argc, argv, ":", options.data(), nullptr)) != -1) {
+  while (true) {
+    const char* const word = argv[optind];  // "-" below: words are taken in their order
+    const int code = getopt_long(argc, argv, "-:", options.data(), nullptr);
+    if (code == -1) break;
     switch (code) {
+      case 1:
+        files.emplace_back(optarg);
+        break;
       case titre:
         wanted.title = optarg;
         break;
@@ -57,29 +73,21 @@ command_line read_command_line(int argc, char** argv) {
       case langue:
         wanted.language = read_language(optarg);
         break;
-      case pdf:
-        wanted.pdf = output_name(optarg);
-        break;
-      case ps:
-        wanted.postscript = output_name(optarg);
-        break;
-      case texte:
-        wanted.text = output_name(optarg);
-        break;
       case aide:
         wanted.help = true;
         return wanted;
       case ':':
-        refuse(std::string("the option ") + argv[optind - 1] + " needs a value");
+        refuse(std::string("the option ") + word + " needs a value");
+      case '?':
+        refuse(std::string("there is no option ") + word);
       default:
-        refuse("there is no option " +
-               (optopt > ' ' ? std::string("-") + static_cast<char>(optopt) : argv[optind - 1]));
+        wanted.exports[&export_formats[static_cast<std::size_t>(code - first_export)]] = output_name(optarg);
     }
   }
-  if (optind == argc) refuse("no file to show is given");
-  if (optind + 1 < argc)
-    refuse(std::string("one file at a time: \"") + argv[optind + 1] + "\" is one too many");
-  wanted.file = argv[optind];
+  files.insert(files.end(), argv + optind, argv + argc);
+  if (files.empty()) refuse("no file to show is given");
+  if (files.size() > 1) refuse("one file at a time: \"" + files[1] + "\" is one too many");
+  wanted.file = files[0];
   if (wanted.title.empty()) wanted.title = std::filesystem::path(wanted.file).filename();
   return wanted;
 }

@@ -8,7 +8,8 @@
 // failure when it cannot be read.
 std::vector<std::string> read_lines(const std::string& path);
 
-// Makes the file of what `write` writes, whole or not at all: a file that was there stays as it was until
-// the new one is complete, and stays when that fails, which throws a failure. A path that is no plain file
-// (a device, a pipe) is written to as it is.
+// Makes the file of what `write` writes, whole or not at all: a failure, which is thrown, and a signal that
+// ends the program leave what was there, and nothing besides. A file that is there stays the same one to the
+// system and gets new contents, so that its owner, mode and links remain; a link that leads nowhere yet gets
+// its file. A path that is no plain file (a device, a pipe, the standard output) is written to as it is.
 void write_whole_file(const std::string& path, const std::function<void(std::ostream&)>& write);

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <iostream>
+#include <new>
 
 #include "bibliocpp/formspp.h"
 #include "outils/visionneuse/command_line.h"
@@ -10,23 +11,9 @@
 
 namespace {
 
-using message_lines = std::vector<std::string>;
-
-void write_exports(const command_line& wanted, const message_lines& lines) {
-  const int count = static_cast<int>(lines.size());
-  // A filter each: a document begins with the columns that its filter's last one ended with.
-  if (!wanted.pdf.empty())
-    write_whole_file(wanted.pdf, [&](std::ostream& file) {
-      OFD_afficheur_filtre_impression(lines.data(), count).imprime_pdf(file);
-    });
-  if (!wanted.postscript.empty())
-    write_whole_file(wanted.postscript, [&](std::ostream& file) {
-      OFD_afficheur_filtre_impression(lines.data(), count).imprime_postscript(file);
-    });
-  if (!wanted.text.empty())
-    write_whole_file(wanted.text, [&](std::ostream& file) {
-      OFD_afficheur_filtre_texte(lines.data(), count).imprime(file);
-    });
+void tell_usage() {
+  errno = 0;
+  if (!(std::cout << usage() << std::flush)) throw failure(cannot_write, "cannot write the usage", errno);
 }
 
 void show(const command_line& wanted, message_lines& lines) {
@@ -36,23 +23,25 @@ void show(const command_line& wanted, message_lines& lines) {
   viewer.activation(lines.data(), count, wanted.title, wanted.pdf_viewer);
 }
 
+void run(const command_line& wanted) {
+  if (wanted.help) return tell_usage();
+  message_lines lines = read_lines(wanted.file);
+  if (wanted.exports.empty()) return show(wanted, lines);
+  for (const auto& [format, path] : wanted.exports)
+    write_whole_file(path, [&, write = format->write](std::ostream& file) { write(lines, file); });
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   try {
-    const command_line wanted = read_command_line(argc, argv);
-    if (wanted.help) {
-      std::cout << usage;
-      return EXIT_SUCCESS;
-    }
-    message_lines lines = read_lines(wanted.file);
-    if (wanted.exports())
-      write_exports(wanted, lines);
-    else
-      show(wanted, lines);
+    run(read_command_line(argc, argv));
     return EXIT_SUCCESS;
   } catch (const failure& why) {
     std::cerr << "visionneuse: " << why.what() << std::endl;
     return why.status;
+  } catch (const std::bad_alloc&) {
+    std::cerr << "visionneuse: there is not enough memory for this" << std::endl;
+    return no_memory;
   }
 }

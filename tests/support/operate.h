@@ -1,49 +1,73 @@
 #pragma once
-// Works on modal windows while the test itself waits inside the call that shows them. Include gtest first.
+// Works on windows while the test itself waits inside the call that shows them. Include gtest first.
 
 #include <FL/Fl.H>
 #include <FL/Fl_Window.H>
 #include <FL/x.H>
 #include <gtest/gtest.h>
 
+#include <deque>
 #include <functional>
 #include <utility>
 #include <vector>
 
 #include "tests/support/screen.h"
 
-using steps = std::vector<std::function<void()>>;
+inline bool is_painted(const Fl_Window* window) {
+  XWindowAttributes seen{};
+  return window != nullptr && !window->damage() && XGetWindowAttributes(fl_display, fl_xid(window), &seen) &&
+         seen.map_state == IsViewable;
+}
 
-// Calls `show`. Each step is taken in another modal window than the one before, once it is painted; it has
-// the keyboard then.
-template <typename Show>
-auto operate(Show show, steps to_take) {
-  struct progress {
-    steps ahead;
-    const Fl_Window *before = nullptr, *focused = nullptr;
-    static void look(void* data) {
-      auto& self = *static_cast<progress*>(data);
+// Takes its steps in order, each as soon as it can be taken, whenever the toolkit waits for events; all of
+// them have to be taken by its end.
+class script {
+ public:
+  script() { Fl::add_timeout(0, look, this); }
+  ~script() {
+    Fl::remove_timeout(look, this);
+    EXPECT_TRUE(steps.empty());
+  }
+  script(const script&) = delete;
+  script& operator=(const script&) = delete;
+
+  script& when(std::function<bool()> is_so) { return steps.push_back(std::move(is_so)), *this; }
+  script& then(const std::function<void()>& action) {
+    return when([=] { return action(), true; });
+  }
+  // In another modal window than before, once it is painted and has the keyboard.
+  script& in_a_window() {
+    return when([this] {
       const Fl_Window* const modal = Fl::modal();
-      Fl::repeat_timeout(0.002, look, data);
-      XWindowAttributes seen{};
-      if (self.ahead.empty() || modal == nullptr || modal == self.before || modal->damage()) return;
-      if (!XGetWindowAttributes(fl_display, fl_xid(modal), &seen) || seen.map_state != IsViewable) return;
-      if (std::exchange(self.focused, modal) != modal) return hands::focus(fl_xid(modal));
+      if (modal == before || !is_painted(modal)) return false;
+      if (std::exchange(focused, modal) != modal) return hands::focus(fl_xid(modal)), false;
       // Keys that come together with the keyboard would be lost.
-      if (Fl::focus() == nullptr || Fl::focus()->window() != modal) return;
-      self.ahead.front()();
-      self.ahead.erase(self.ahead.begin());
-      self.before = modal;
-      self.focused = nullptr;
-    }
-    ~progress() {
-      Fl::remove_timeout(look, this);
-      EXPECT_TRUE(ahead.empty());
-    }
-  } now{std::move(to_take)};
-  Fl::add_timeout(0, progress::look, &now);
+      if (Fl::focus() == nullptr || Fl::focus()->window() != modal) return false;
+      focused = nullptr;
+      return before = modal, true;
+    });
+  }
+
+ private:
+  static void look(void* data) {
+    auto& steps = static_cast<script*>(data)->steps;
+    if (!steps.empty() && steps.front()()) steps.pop_front();
+    // Not repeat_timeout(), which makes up for delays: what a step has caused must reach the display first.
+    Fl::add_timeout(0.002, look, data);
+  }
+
+  std::deque<std::function<bool()>> steps;
+  const Fl_Window *before = nullptr, *focused = nullptr;
+};
+
+// Calls `show` and takes each action in a modal window of its own.
+auto operate(auto show, const std::vector<std::function<void()>>& actions) {
+  script to_take;
+  for (const auto& action : actions) to_take.in_a_window().then(action);
   return show();
 }
 
-// A place of the modal window.
-inline void click_in_box(int x, int y) { hands::click(Fl::modal()->x_root() + x, Fl::modal()->y_root() + y); }
+inline void click_in(const Fl_Window& window, int x, int y) {
+  hands::click(window.x_root() + x, window.y_root() + y);
+}
+inline void click_in_box(int x, int y) { click_in(*Fl::modal(), x, y); }

@@ -11,11 +11,13 @@
 
 #include <tuple>
 
+using std::string;
+
 namespace {
 
-std::string said;  // by the last box that was answered
+string said;  // by the last box that was answered
 
-std::function<void()> reply(const std::string& ascii, const std::string& key = "Return") {
+std::function<void()> reply(const string& ascii, const string& key = "Return") {
   return [=] {
     said = Fl::modal()->child(0)->label();
     if (!ascii.empty()) hands::key("Control+a");
@@ -24,6 +26,11 @@ std::function<void()> reply(const std::string& ascii, const std::string& key = "
   };
 }
 const auto confirm = reply(""), cancel = reply("", "Escape");
+void press_labelled(const string& label) {
+  for (int i = 0; i < Fl::modal()->children(); ++i)
+    if (const auto& child = *Fl::modal()->child(i); child.label() != nullptr && child.label() == label)
+      click_in_box(child.x() + child.w() / 2, child.y() + child.h() / 2);
+}
 void close_it() { hands::close(fl_xid(Fl::modal())); }
 
 }  // namespace
@@ -38,6 +45,8 @@ TEST(string_dialogs, show_texts_and_ask_questions) {
   EXPECT_EQ(operate(ask, {confirm}), 1);
   EXPECT_EQ(said, "100 % sûr ?") << "no format";
   EXPECT_EQ(operate(ask, {cancel}) + operate(ask, {close_it}), 0);
+  for (const char* const answer : {fl_no, fl_yes})
+    EXPECT_EQ(operate(ask, {[=] { press_labelled(answer); }}), answer == fl_yes) << answer;
 }
 
 TEST(string_dialogs, ask_for_texts_and_numbers) {
@@ -46,7 +55,7 @@ TEST(string_dialogs, ask_for_texts_and_numbers) {
   EXPECT_EQ(operate(ask_text, {reply("new 5 %")}), "new 5 %");
   EXPECT_EQ(operate(ask_text, {reply("new", "Escape")}) + operate(ask_text, {close_it}), "");
   const auto ask_int = [] { return fl_show_int("n", -12); };
-  const auto ask_double = [] { return fl_show_double(std::string("x"), -1.25); };
+  const auto ask_double = [] { return fl_show_double(string("x"), -1.25); };
   const std::tuple<const char*, int, double> rows[] = {
       {" +42 mm", 42, 42.0}, {"7.5", 7, 7.5}, {"1e3", 1, 1000.0}, {"99999999999", -12, 99999999999.0},
       {"none", -12, -1.25},  {"", -12, -1.25}};
@@ -61,7 +70,7 @@ TEST(string_dialogs, ask_for_texts_and_numbers) {
 
 TEST(string_dialogs, show_and_save_a_long_text) {
   const a_directory here;
-  const std::string text = "one %d\n\nthrée\n";
+  const string text = "one %d\n\nthrée\n";
   const auto save = [] { click_in_box(105, 545); };
   const auto name_it = [] { hands::key("End"), hands::type("message.txt"), hands::key("Return"); };
   const auto save_where_nobody_may = [&] {  // not even root
@@ -76,7 +85,7 @@ TEST(string_dialogs, show_and_save_a_long_text) {
   EXPECT_EQ(contents("saved.txt"), text) << "one copy, to the byte";
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator("."), {}), 2);
 
-  std::string seen;
+  string seen;
   const auto look = [&] {
     const auto& browser = dynamic_cast<Fl_Browser&>(*Fl::modal()->child(0));
     for (int line = 1; line <= browser.size(); ++line) seen.append(browser.text(line)).append("|");
@@ -94,7 +103,7 @@ TEST(string_dialogs, set_and_draw_texts) {
   window.begin();
   auto& input = *new Fl_Input(0, 0, 100, 20);
   auto& browser = *new Fl_Browser(0, 20, 100, 100);
-  Fl_Widget* const text = fl_add_Stext(FL_FLAT_BOX, 100, 150, 40, 20, std::string("gone at once"));
+  Fl_Widget* const text = fl_add_Stext(FL_FLAT_BOX, 100, 150, 40, 20, string("gone at once"));
   window.end();
   EXPECT_STREQ(text->label(), "gone at once");
   EXPECT_TRUE(text->align() == FL_ALIGN_LEFT && text->box() == FL_FLAT_BOX && text->parent() == &window);
@@ -107,7 +116,7 @@ TEST(string_dialogs, set_and_draw_texts) {
   fl_add_browser_Sline(&browser, "one");
   fl_add_browser_Sline(&browser, "two");
   for (const int n : {0, 2, 3}) fl_replace_browser_Sline(&browser, n, "deux");
-  EXPECT_EQ(browser.text(1) + std::string(browser.text(2)), "onedeux");
+  EXPECT_EQ(browser.text(1) + string(browser.text(2)), "onedeux");
   fl_drw_String(FL_ALIGN_CENTER, 150, 50, 40, 40, FL_BLUE, 30, FL_HELVETICA, "@square");
   EXPECT_TRUE(fl_font() == FL_HELVETICA && fl_size() == 30);
   const picture seen = window.look();

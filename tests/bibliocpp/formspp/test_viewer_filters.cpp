@@ -120,6 +120,13 @@ TEST(viewer_print, writes_each_character_as_the_byte_that_the_pdf_declares) {
   EXPECT_NE(shown.find("\n(\xe9\x80\\) Tj\n"), string::npos) << "what is no UTF-8 stays as it is";
 }
 
+TEST(viewer_print, skips_a_cell_of_one_blank_only) {
+  const texts lines{"#P 3 3 3 3 ", "a#  # #   "};
+  EXPECT_NE(written(filter<print_filter>(lines), &print_filter::imprime_postscript)
+                .find("\n45 800 moveto (a) show\n75 800 moveto () show\n90 800 moveto (  ) show\n"),
+            string::npos);
+}
+
 TEST(viewer_text, writes_text_as_it_is_and_anything_else_as_a_rule) {
   using text_filter = OFD_afficheur_filtre_texte;
   const texts lines{"#P T20 ", "a# (b)", "", "#", "#c", " #C", "#T", "#C"};
