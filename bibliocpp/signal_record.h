@@ -26,7 +26,11 @@ struct missed_batches {
 
 class signal_record {
  public:
-  // `most_changes`: when more are recorded, the oldest of all signals go (see forgotten_until_us()).
+  // 24 bytes each: less than 100 MB.
+  static constexpr std::size_t default_most = 4'000'000;
+
+  // `most_changes`: when more are recorded, the oldest of all signals go (see
+  // forgotten_until_us()), an eighth at once; marks of missed batches count as changes.
   explicit signal_record(std::vector<recorded_signal> signals, std::size_t most_changes = default_most);
 
   const std::vector<recorded_signal>& signals() const { return all; }
@@ -51,8 +55,6 @@ class signal_record {
   std::size_t size() const { return count; }
 
  private:
-  static constexpr std::size_t default_most = 4'000'000;
-
   void forget_oldest();
 
   std::vector<recorded_signal> all;
