@@ -1,147 +1,175 @@
-// signal_journal <pid> [--until <signal> <value> [<times>]]: prints every change of a running mock-up's
-// signals, without taking part in the exchange.
+// Prints every change of a running plant's signals, without taking part in the exchange.
 
-#include <sys/shm.h>
-#include <unistd.h>
+#include <csignal>
+#include <ctime>
 
 #include <array>
-#include <atomic>
-#include <charconv>
 #include <chrono>
-#include <cstring>
-#include <fstream>
-#include <iomanip>
+#include <cstdio>
 #include <iostream>
 #include <optional>
-#include <sstream>
 #include <string>
-#include <system_error>
 
-#include "bibliocpp/IOshare.h"
+#include "bibliocpp/area_recorder.h"
+#include "bibliocpp/language.h"
+#include "outils/signal_journal/command_line.h"
+#include "outils/signal_journal/kept_file.h"
 
 namespace {
 
-constexpr useconds_t look_every_us = 1000;
+enum status { as_asked = 0, not_as_asked = 1, bad_input = 2 };
 
-struct arguments {
-  int pid = 0;
-  std::string until;
-  int value = 0;
-  int times = 1;
-};
+constexpr timespec between_looks{.tv_sec = 0, .tv_nsec = 1'000'000};
+constexpr std::size_t changes_in_memory = 10'000;  // nobody looks back here
 
-[[noreturn]] void give_up(const std::string& reason) {
-  std::cerr << "signal_journal: " << reason << "\n";
-  std::exit(2);
-}
+void tell(const std::string& what) { std::cerr << "signal_journal: " << what << "\n"; }
 
-int number(const char* text) {
-  int value = 0;
-  const char* const end = text + std::strlen(text);
-  const auto [rest, error] = std::from_chars(text, end, value);
-  if (error != std::errc{} || rest != end) give_up(std::string("not a number: ") + text);
-  return value;
-}
-
-arguments parse(int argc, char** argv) {
-  if ((argc != 2 && argc != 5 && argc != 6) || (argc > 2 && argv[2] != std::string("--until"))) {
-    std::cerr << "usage: signal_journal <pid> [--until <signal> <value> [<times>]]\n";
-    std::exit(2);
+// The signals that end the journal, but for those it is to ignore ("nohup"): they are waited for, so that
+// the files are always ended.
+sigset_t wait_for_signals() {
+  sigset_t ends;
+  sigemptyset(&ends);
+  for (const int number : {SIGHUP, SIGINT, SIGTERM}) {
+    struct sigaction now {};
+    sigaction(number, nullptr, &now);
+    if (now.sa_handler != SIG_IGN) sigaddset(&ends, number);
   }
-  arguments a;
-  a.pid = number(argv[1]);
-  if (argc > 2) {
-    a.until = argv[3];
-    a.value = number(argv[4]);
-    if (argc > 5) a.times = number(argv[5]);
-  }
-  return a;
-}
-
-// The area is known by its size and its creator.
-std::optional<int> area_of(int pid) {
-  std::ifstream table("/proc/sysvipc/shm");
-  std::string line;
-  std::getline(table, line);
-  while (std::getline(table, line)) {
-    std::istringstream row(line);
-    long key = 0, ident = 0, mode = 0, size = 0, creator = 0;
-    row >> key >> ident >> mode >> size >> creator;
-    if (creator == pid && size == sizeof(IO_controleur) + 1) return static_cast<int>(ident);
-  }
-  return std::nullopt;
-}
-
-// Not through the client, which would take its place as the plant's controller.
-const IO_controleur& look_into_area_of(int pid) {
-  const std::optional<int> ident = area_of(pid);
-  if (!ident) give_up("process " + std::to_string(pid) + " has no area");
-  void* const address = shmat(*ident, nullptr, SHM_RDONLY);
-  if (address == reinterpret_cast<void*>(-1)) give_up("area " + std::to_string(*ident) + " cannot be read");
-  const auto& area = *static_cast<const IO_controleur*>(address);
-  std::cout << "area " << *ident << ": " << area.nb_entrees << " inputs, " << area.nb_sorties << " outputs"
-            << std::endl;
-  return area;
-}
-
-template <typename T>
-T now(const T& field) {
-  return std::atomic_ref(const_cast<T&>(field)).load(std::memory_order_acquire);
+  sigprocmask(SIG_BLOCK, &ends, nullptr);
+  return ends;
 }
 
 class journal {
  public:
-  journal(const IO_controleur& an_area, const arguments& some) : area(an_area), asked(some) {
-    for (std::size_t i = 0; i < last_inputs.size(); ++i) {
-      last_inputs[i] = now(area.input[i]);
-      last_outputs[i] = now(area.output[i]);
-    }
+  journal(area_view area, const command_line& what)
+      : asked(what), recorder(std::move(area), changes_in_memory) {
+    const auto& signals = recorder.record().signals();
+    if (!asked.vcd.empty()) vcd.emplace(asked.vcd, signals);
+    if (!asked.csv.empty()) csv.emplace(asked.csv, signals);
   }
 
-  // Prints what has changed since the last look; true when that was what one waited for.
-  bool look() {
-    const bool in = changes(area.input, last_inputs, area.nom_input, area.nb_entrees);
-    const bool out = changes(area.output, last_outputs, area.nom_output, area.nb_sorties);
-    return in || out;
+  status run() {
+    const sigset_t ends = wait_for_signals();
+    print_start();
+    keep();
+    while (!recorder.ended()) {
+      if (sigtimedwait(&ends, nullptr, &between_looks) > 0)
+        return end(asked.until.empty() ? as_asked : not_as_asked);
+      recorder.look();
+      print();
+      keep();
+      if (seen >= asked.times) return end(as_asked);
+      if (!std::cout) return end(not_as_asked);
+    }
+    const bool killed = recorder.state() == plant_state::killed;
+    print_time(recorder.record().end_us());
+    std::cout << (killed ? in_language("la maquette a disparu sans finir sa marche",
+                                       "the plant has gone without ending its run")
+                         : in_language("fin de la marche", "end of the run"))
+              << std::endl;
+    return end(killed || !asked.until.empty() ? not_as_asked : as_asked);
   }
 
  private:
-  using values = std::array<std::int32_t, 41>;
+  void print_start() const {
+    const area_view& area = recorder.area();
+    std::cout << in_language("zone ", "area ") << area.ident() << in_language(" : ", ": ")
+              << area.input_names().size() << in_language(" entrées, ", " inputs, ")
+              << area.output_names().size() << in_language(" sorties", " outputs") << "\n";
+    for (const look_news::change& one : recorder.news().changes) print(one, " = ");
+    std::cout << std::flush;
+  }
 
-  bool changes(const std::int32_t* current, values& last, const char (*names)[50], std::int32_t count) {
-    bool waited_for = false;
-    for (std::size_t i = 0; i < static_cast<std::size_t>(count) && i < last.size(); ++i) {
-      const std::int32_t value = now(current[i]);
-      if (value == last[i]) continue;
-      last[i] = value;
-      print(names[i], value);
-      if (names[i] == asked.until && value == asked.value && ++seen == asked.times) waited_for = true;
+  void print() {
+    const look_news& news = recorder.news();
+    if (news.missed > 0) {
+      print_time(recorder.record().end_us());
+      std::cout << news.missed << in_language(" lots d'entrées manqués", " batches of inputs missed") << "\n";
     }
-    return waited_for;
+    for (const look_news::change& one : news.changes) {
+      print(one, " ");
+      const std::string& name = recorder.record().signals()[one.signal].name;
+      if (name == asked.until && one.what.value == asked.value) ++seen;
+    }
+    if (news.missed > 0 || !news.changes.empty()) std::cout << std::flush;
   }
 
-  void print(const char* name, std::int32_t value) const {
-    const std::chrono::duration<double> since = std::chrono::steady_clock::now() - start;
-    std::cout << std::fixed << std::setprecision(3) << std::setw(9) << since.count() << " s  " << name << " "
-              << value << std::endl;
+  void print(const look_news::change& one, const char* sign) const {
+    print_time(one.what.time_us);
+    std::cout << recorder.record().signals()[one.signal].name << sign << one.what.value << "\n";
   }
 
-  const IO_controleur& area;
-  const arguments& asked;
-  values last_inputs{}, last_outputs{};
+  // Time of day, and seconds since the journal was started.
+  void print_time(std::int64_t time_us) const {
+    using std::chrono::system_clock;
+    const auto moment = recorder.made_at() + std::chrono::microseconds(time_us);
+    const std::time_t second = system_clock::to_time_t(std::chrono::floor<std::chrono::seconds>(moment));
+    const auto part = std::chrono::floor<std::chrono::milliseconds>(moment.time_since_epoch()).count() % 1000;
+    tm day{};
+    localtime_r(&second, &day);
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), "%02d:%02d:%02d.%03d %9.3f s  ", day.tm_hour, day.tm_min,
+                  day.tm_sec, static_cast<int>(part), static_cast<double>(time_us) / 1e6);
+    std::cout << text.data();
+  }
+
+  void keep() {
+    if (vcd) vcd->add(recorder.news(), recorder);
+    if (csv) csv->add(recorder.news(), recorder);
+  }
+
+  status end(status as) {
+    if (vcd) vcd->end(recorder.record().end_us());
+    if (csv) csv->end(recorder.record().end_us());
+    if (std::cout.flush()) return as;
+    tell(in_language("la sortie ne peut être écrite", "the output cannot be written"));
+    return not_as_asked;
+  }
+
+  const command_line& asked;
+  area_recorder recorder;
+  std::optional<kept_file<vcd_writer>> vcd;
+  std::optional<kept_file<csv_writer>> csv;
   int seen = 0;
-  const std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
 };
+
+bool has_signal(const area_view& area, const std::string& name) {
+  for (const auto* const names : {&area.input_names(), &area.output_names()})
+    for (const std::string& one : *names)
+      if (one == name) return true;
+  return false;
+}
+
+status run(const command_line& asked) {
+  const int ident = area_of(asked.plant);
+  if (ident < 0)
+    throw bad_command_line(in_language("pas de zone du processus ", "no area of process ") +
+                           std::to_string(asked.plant));
+  if (asked.only_area) {
+    std::cout << ident << std::endl;
+    return std::cout ? as_asked : not_as_asked;
+  }
+  area_view area(ident);
+  if (!asked.until.empty() && !has_signal(area, asked.until))
+    throw bad_command_line(in_language("la zone n'a pas de signal ", "the area has no signal ") +
+                           asked.until);
+  return journal(std::move(area), asked).run();
+}
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  const arguments asked = parse(argc, argv);
-  const IO_controleur& area = look_into_area_of(asked.pid);
-  journal j(area, asked);
-  while (now(area.clock) >= 0) {
-    if (j.look()) return 0;
-    usleep(look_every_us);
-  }
-  return asked.until.empty() ? 0 : 1;  // the run has ended before what one waited for
+int main(int argc, char** argv) try {
+  const command_line asked = read_command_line(argc, argv);
+  if (!asked.help) return run(asked);
+  std::cout << usage() << std::flush;
+  return std::cout ? as_asked : not_as_asked;
+} catch (const bad_command_line& error) {
+  tell(error.what());
+  if (argc < 2) std::cerr << usage();
+  return bad_input;
+} catch (const area_error& error) {
+  tell(error.what());
+  return bad_input;
+} catch (const signal_file_error& error) {
+  tell(error.what());
+  return not_as_asked;
 }
