@@ -31,7 +31,7 @@ run_headless() {
 find_window() {
   window=$(timeout 20 xdotool search --sync --onlyvisible --name "$1" | head -n 1)
   eval "$(xdotool getwindowgeometry --shell "$window")"
-  area=$(awk -v creator="$plant" '$5 == creator { print $2 }' /proc/sysvipc/shm)
+  area=$(build/bin/signal_journal "$plant" --zone)
 }
 
 # Positions are those of the window. A hand takes a fifth of a second.

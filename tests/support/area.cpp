@@ -3,32 +3,14 @@
 #include <sys/shm.h>
 
 #include <atomic>
-#include <fstream>
-#include <limits>
-#include <sstream>
 #include <stdexcept>
-#include <string>
 
+#include "bibliocpp/area_view.h"
 #include "tests/support/wait.h"
-
-int area_created_by(pid_t creator) {
-  std::ifstream table("/proc/sysvipc/shm");
-  std::string line;
-  std::getline(table, line);
-  while (std::getline(table, line)) {
-    std::istringstream row(line);
-    long key = 0, id = 0, size = 0;
-    std::string perms;
-    pid_t cpid = 0;
-    row >> key >> id >> perms >> size >> cpid;
-    if (cpid == creator && size == sizeof(IO_controleur) + 1) return static_cast<int>(id);
-  }
-  return -1;
-}
 
 int wait_for_area_of(pid_t creator) {
   int ident = -1;
-  if (!wait_until([&] { return (ident = area_created_by(creator)) != -1; }))
+  if (!wait_until([&] { return (ident = area_of(creator)) != -1; }))
     throw std::runtime_error("the process creates no area");
   return ident;
 }

@@ -4,10 +4,9 @@
 #include <sys/types.h>
 
 #include "bibliocpp/IOshare.h"
+#include "bibliocpp/area_view.h"
 
-// The identifier of the area that a process has created; -1 when there is none.
-int area_created_by(pid_t creator);
-// The same, waited for; throws when it creates none.
+// area_of, waited for; throws when it creates none.
 int wait_for_area_of(pid_t creator);
 
 // The area, whose segment leaves the system with this object: the programs deliberately let it stay.

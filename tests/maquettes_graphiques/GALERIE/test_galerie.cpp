@@ -68,7 +68,7 @@ TEST(galerie, the_operator_moves_everything_without_a_controller) {
     EXPECT_TRUE(wait_until([&] { return lit(window, lamp_of(r.effect)); }))
         << output_names[static_cast<unsigned>(r.command)];
   }
-  EXPECT_EQ(area_created_by(program.pid()), -1) << "there is nobody to share with";
+  EXPECT_EQ(area_of(program.pid()), -1) << "there is nobody to share with";
   click_in(window, quit);
   EXPECT_EQ(program.wait(), 0) << program.errors();
 }

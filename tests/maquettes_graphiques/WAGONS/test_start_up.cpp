@@ -46,7 +46,7 @@ TEST(start_up, without_a_controller_says_so_and_creates_nothing) {
   EXPECT_EQ(simulator.wait(), 0);
   EXPECT_EQ(simulator.errors(),
             "ERREUR de parametre:\n wagons <controleur>\n\nprobleme interne de memoire\n\n");
-  EXPECT_EQ(area_created_by(simulator.pid()), -1);
+  EXPECT_EQ(area_of(simulator.pid()), -1);
 }
 
 TEST(start_up, hands_every_argument_to_the_shell_byte_for_byte) {

@@ -201,7 +201,4 @@ TEST(controller_of_the_readme, hauls_and_a_journal_tells_it) {
        {" s  dc 1\n", " s  REMPLIR_A 1\n", " s  wAplein 1\n", " s  VIDER_C 1\n", " s  wCvide 1\n"})
     EXPECT_NE(journal.output().find(change), std::string::npos) << change;
   EXPECT_EQ(run.quit(), 0);
-  process none({built("signal_journal"), "1"});
-  EXPECT_EQ(none.wait(), 2);
-  EXPECT_EQ(none.errors(), "signal_journal: process 1 has no area\n");
 }
