@@ -32,13 +32,14 @@ std::vector<std::string> names_in(const char (&names)[slots][length], std::int32
   return result;
 }
 
+std::string whole(const std::string& path) {
+  std::ostringstream text;
+  text << std::ifstream(path).rdbuf();
+  return text.str();
+}
+
 // Seconds since the epoch; 0 when the process does not run.
 std::time_t start_of(pid_t pid) {
-  const auto whole = [](const std::string& path) {
-    std::ostringstream text;
-    text << std::ifstream(path).rdbuf();
-    return text.str();
-  };
   // The name in brackets may hold blanks and brackets of its own: count from the last one.
   const std::string line = whole("/proc/" + std::to_string(pid) + "/stat");
   const std::size_t name_end = line.rfind(')');
@@ -54,6 +55,15 @@ std::time_t start_of(pid_t pid) {
   const std::string machine = whole("/proc/stat");
   const std::size_t boot = machine.find("btime ");
   return std::stoll(machine.substr(boot + 6)) + ticks / sysconf(_SC_CLK_TCK);
+}
+
+// Its memory map names the segments of a process by their identifiers; not to be had of others' processes.
+bool has_attached(pid_t pid, int ident) {
+  std::istringstream map(whole("/proc/" + std::to_string(pid) + "/maps"));
+  const std::string inode = " " + std::to_string(ident) + " ";
+  for (std::string line; std::getline(map, line);)
+    if (line.find("/SYSV") != std::string::npos && line.find(inode) != std::string::npos) return true;
+  return false;
 }
 
 std::string text(int ident) { return "area " + std::to_string(ident); }
@@ -86,11 +96,12 @@ int area_of(pid_t plant) {
   return -1;
 }
 
-// The start is known to the second, rounded down from a boot time that is rounded too.
+// Its start is known to the second, rounded down from a boot time that is rounded too; and should somebody
+// have set the clock of the machine since, it is wrong. A plant has its area attached as long as it lives.
 bool creator_runs(const area_entry& area) {
   constexpr std::time_t rounding = 2;
   const std::time_t start = start_of(area.creator);
-  return start != 0 && start <= area.created + rounding;
+  return start != 0 && (start <= area.created + rounding || has_attached(area.creator, area.ident));
 }
 
 area_view::area_view(int ident) {
@@ -111,6 +122,12 @@ area_view::area_view(int ident) {
   inputs = names_in(record->nom_input, input_count);
   outputs = names_in(record->nom_output, output_count);
   plant_end = static_cast<int>(syscall(SYS_pidfd_open, entry.creator, 0));  // glibc's own has no C++ linkage
+  // Without a process of that number the plant is gone; any other refusal must not pass for its end.
+  if (plant_end < 0 && errno != ESRCH && errno != EINVAL) {
+    const std::string reason = std::strerror(errno);
+    shmdt(record);
+    throw area_error("process " + std::to_string(entry.creator) + " cannot be watched: " + reason);
+  }
   if (plant_end >= 0 && !creator_runs(entry)) {
     close(plant_end);
     plant_end = -1;

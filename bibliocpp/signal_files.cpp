@@ -35,8 +35,7 @@ std::string code_of(std::size_t signal) {
 std::string vcd_name(std::string name) {
   for (char& c : name)
     if (static_cast<unsigned char>(c) <= ' ' || c == '\x7f') c = '_';
-  if (name.empty() || name[0] == '$') name.insert(0, "_");
-  return name;
+  return name.empty() || name[0] == '$' ? "_" + name : name;
 }
 
 std::string csv_field(const std::string& text) {
@@ -168,8 +167,10 @@ void vcd_writer::miss(const missed_batches& some, std::int64_t clock) {
 
 void vcd_writer::reach(std::int64_t time_us) {
   if (time_us <= time) return;
+  const bool is_first = time < 0;
   time = time_us;
   out << '#' << time << '\n';
+  if (is_first) value(missed_code, 0, 64);
 }
 
 csv_writer::csv_writer(std::ostream& a_stream, std::vector<recorded_signal> some_signals)
