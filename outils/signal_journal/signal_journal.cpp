@@ -52,12 +52,12 @@ class journal {
     print_start();
     keep();
     while (!recorder.ended()) {
-      if (sigtimedwait(&ends, nullptr, &between_looks) > 0)
-        return end(asked.until.empty() ? as_asked : not_as_asked);
+      const bool to_end = sigtimedwait(&ends, nullptr, &between_looks) > 0;
       recorder.look();
       print();
       keep();
       if (seen >= asked.times) return end(as_asked);
+      if (to_end) return end(asked.until.empty() ? as_asked : not_as_asked);
       if (!std::cout) return end(not_as_asked);
     }
     const bool killed = recorder.state() == plant_state::killed;

@@ -33,6 +33,8 @@ TEST(area_view, knows_whether_its_plant_lives) {
       .ident = area.ident(), .creator = plant.pid, .attached = 2, .owner = getuid(), .created = 1};
   EXPECT_TRUE(creator_runs(entry)) << "somebody has set the clock of the machine";
   plant.kill_it();
+  entry.created = time(nullptr);
+  EXPECT_FALSE(creator_runs(entry));
   EXPECT_FALSE(view.plant_runs()) << "killed, and not waited for";
   EXPECT_FALSE(area_view(area.ident()).plant_runs()) << "dead already";
   entry = {.ident = -1, .creator = getpid(), .attached = 0, .owner = getuid(), .created = 1};

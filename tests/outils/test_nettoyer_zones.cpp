@@ -40,7 +40,10 @@ TEST(nettoyer_zones, removes_areas_of_plants_that_are_gone_and_no_others) {
     EXPECT_NE(cleaner.output().find("area " + std::to_string(left) + ", created 2"), std::string::npos);
     EXPECT_NE(cleaner.output().find(", 2 inputs, 1 outputs"), std::string::npos);
     EXPECT_EQ(is_there(left), word == "--essai");
-    for (const int& ident : kept) EXPECT_TRUE(is_there(ident)) << word << " " << &ident - kept;
+    for (const int& ident : kept)
+      EXPECT_TRUE(is_there(ident) &&
+                  cleaner.output().find("area " + std::to_string(ident) + ",") == std::string::npos)
+          << word << " " << &ident - kept;
   }
   for (const int ident : kept) shmctl(ident, IPC_RMID, nullptr);
 }
