@@ -56,13 +56,14 @@ TEST(signal_record, forgets_the_oldest_and_keeps_what_was_valid) {
     record.add(0, {t, t, t});
     record.add(1, {t, t, t / 40});
     if (t % 100 == 0) record.miss({t, 2});
-    ASSERT_LE(record.size() + record.missed().size(), 64U);
+    const std::size_t all = record.size() + record.missed().size();
+    ASSERT_TRUE(all <= 64 && (record.forgotten_until_us() == 0 || all > 50))
+        << "an eighth is dropped at once";
     for (const std::int64_t moment : {record.forgotten_until_us(), std::int64_t{t}})
       for (const std::int64_t expected[] = {moment, moment / 40, 3}; const std::size_t s : {0U, 1U, 2U})
         ASSERT_EQ(record.changes(s)[static_cast<std::size_t>(record.last_change_at(s, moment))].value,
                   expected[s]);
   }
-  EXPECT_GT(record.size(), 50U) << "more than an eighth was dropped at once";
   EXPECT_EQ(record.missed_in_all(), 20);
 }
 
