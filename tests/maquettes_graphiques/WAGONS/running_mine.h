@@ -40,14 +40,15 @@ struct running_mine {
     hands::release();
     area.cycles(2);
   }
-  // Turns a wagon's roller (0 to 2) to a speed in tenths of a pixel a cycle, which is a step of the roller and
-  // a pixel of the hand. The roller is let go when the mine has told the new speed: a hand that is faster
+  // Turns a wagon's roller (0 to 2) to a speed in tenths of a pixel a cycle, which is a step of the roller
+  // and a pixel of the hand. The roller is let go when the mine has told the new speed: a hand that is faster
   // than its cycle turns nothing.
   bool turn(std::size_t wagon, int tenths) {
     const int way = tenths - speeds[wagon];
     if (way == 0) return true;
     std::ostringstream told;
-    told << "vitesse " << "ABC"[wagon] << ": " << tenths / 10.0 << "\n";
+    told << "vitesse "
+         << "ABC"[wagon] << ": " << tenths / 10.0 << "\n";
     const point roller{80 + 80 * static_cast<int>(wagon), 360};
     hold(roller);
     area.cycles(2);
