@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <csignal>
 #include <list>
@@ -87,17 +88,17 @@ TEST(galerie, runs_by_itself_with_its_model_controller_and_ends_in_good_order) {
   process program{{built("galerie"), built("controleur_galerie")}};
   const open_area area(wait_for_area_of(program.pid()));
   const auto come = [&](const std::vector<int>& inputs) {
-    for (const int input : inputs)
-      EXPECT_TRUE(wait_until([&] { return area.input(input) == 1; }))
-          << input_names.at(static_cast<unsigned>(input));
+    return std::all_of(inputs.begin(), inputs.end(),
+                       [&](int i) { return wait_until([&] { return area.input(i) == 1; }); });
   };
-  come({entree::piece_tapis, entree::piece_table, entree::piece_prise});
+  ASSERT_TRUE(come({entree::piece_tapis, entree::piece_table, entree::piece_prise}));
   ASSERT_TRUE(wait_until([&] { return area.input(entree::bras_depart) == 0; }));
   program_window("galerie").click(new_piece);  // from the arm
-  come({entree::piece_tremie, entree::piece_table, entree::bras_arrivee, entree::piece_chariot,
-        entree::chariot_tremie, entree::piece_tremie, entree::piece_tapis});
-  come({entree::cuve_pleine, entree::cuve_chaude, entree::cuve_vide});
-  for (int jack = entree::rd_rentre; jack <= entree::ts_rentre; jack += 2) come({jack, jack + 1, jack});
+  ASSERT_TRUE(come({entree::piece_tremie, entree::piece_table, entree::bras_arrivee, entree::piece_chariot,
+                    entree::chariot_tremie, entree::piece_tremie, entree::piece_tapis, entree::cuve_pleine,
+                    entree::cuve_chaude, entree::cuve_vide}));
+  for (int jack = entree::rd_rentre; jack <= entree::ts_rentre; jack += 2)
+    ASSERT_TRUE(come({jack, jack + 1, jack})) << input_names.at(static_cast<unsigned>(jack));
   program.signal(SIGTERM);
   EXPECT_EQ(program.wait(), 0) << program.errors();
   EXPECT_EQ(area.clock(), -1);
