@@ -189,9 +189,7 @@ TEST(commande_manuelle, hauls_a_load_then_provokes_a_fault) {
   mine.panel.set({"REMPLIR_A"});
   window_id box = 0;
   ASSERT_TRUE(wait_until([&] { return (box = other_window_than({mine.window, mine.panel})) != 0; }));
-  EXPECT_TRUE(box_says(box,
-                       "ERREUR:\n Le wagon A n'etait pas à son poste de chargement: remplissage partiel ou "
-                       "aucun remplissage!!!"));
+  EXPECT_TRUE(box_says(box, not_loading('A')));
   close_box(box);
   EXPECT_EQ(mine.simulator.wait(), 0);
   EXPECT_TRUE(vanishes("commande manuelle")) << "ends with the run";
