@@ -37,7 +37,7 @@ void one_gallery_cycle(benchmark::State& state) {
   }
   times.report(state);
   shmctl(area->memory_ident(), IPC_RMID, nullptr);
-  run.panel.window->hide();
+  run.panel.window.hide();
 }
 BENCHMARK(one_gallery_cycle)->UseManualTime()->Iterations(2000)->Unit(benchmark::kMicrosecond);
 

@@ -19,5 +19,5 @@ int main(int argc, char** argv) {
   gallery run(mem);
   show_gallery(run);
   run_cycles(
-      *run.panel.window, mem, [&run] { gallery_cycle(run); }, [&run] { return goes_on(run); });
+      run.panel.window, mem, [&run] { gallery_cycle(run); }, [&run] { return goes_on(run); });
 }

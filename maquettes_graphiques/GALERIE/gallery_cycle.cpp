@@ -15,7 +15,7 @@ namespace {
 void heed_operator(gallery& g) {
   Fl::check();
   const FL_OBJECT* const pressed = Fl::readqueue();
-  if (pressed == nullptr || !g.panel.window->shown()) return;
+  if (pressed == nullptr || !g.panel.window.shown()) return;
   if (pressed == g.panel.new_piece) g.pieces.new_piece();
   if (pressed == g.panel.about) fl_show_ms();
   if (pressed == g.panel.quit) g.finished = true;
@@ -53,13 +53,6 @@ commands read_commands(gallery& g) {
 
 }  // namespace
 
-gallery::gallery(IOsharemem_server* a_mem)
-    : mem(a_mem),
-      panel(*new gallery_panel(mem == nullptr)),
-      pieces(panel.window),
-      liquid(panel.window),
-      jacks(panel.window) {}
-
 IOsharemem_server* share_gallery(const std::string& command) {
   if (command.empty()) return nullptr;
   std::list<std::string> inputs(input_names.begin(), input_names.end());
@@ -68,19 +61,19 @@ IOsharemem_server* share_gallery(const std::string& command) {
 }
 
 void show_gallery(gallery& g) {
-  g.panel.window->scene([&g] {
+  g.panel.window.scene([&g] {
     g.pieces.paint();
     g.liquid.paint();
     g.jacks.paint();
   });
-  fl_show_form(g.panel.window, FL_PLACE_CENTER | FL_FREE_SIZE, FL_FULLBORDER, "galerie");
+  fl_show_form(&g.panel.window, FL_PLACE_CENTER | FL_FREE_SIZE, FL_FULLBORDER, "galerie");
 }
 
-bool goes_on(const gallery& g) { return !g.finished && !run_end_requested() && g.panel.window->shown(); }
+bool goes_on(gallery& g) { return !g.finished && !run_end_requested() && g.panel.window.shown(); }
 
 void gallery_cycle(gallery& g) {
   heed_operator(g);
-  if (!g.panel.window->shown()) return;
+  if (!g.panel.window.shown()) return;
   set_speeds(g);
   publish_sensors(g);
   const commands wanted = read_commands(g);

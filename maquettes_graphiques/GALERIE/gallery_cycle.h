@@ -9,13 +9,13 @@
 
 // A run of the gallery: the window with its objects, and the area shared with the controller.
 struct gallery {
-  explicit gallery(IOsharemem_server* a_mem);
+  explicit gallery(IOsharemem_server* a_mem) : mem(a_mem) {}
 
   IOsharemem_server* mem;  // not owned; null when there is no controller: then the operator commands
-  gallery_panel& panel;
-  workshop pieces;
-  vat liquid;
-  jack_stand jacks;
+  gallery_panel panel{mem == nullptr};
+  workshop pieces{&panel.window};
+  vat liquid{&panel.window};
+  jack_stand jacks{&panel.window};
   bool finished = false;  // "Quit" was pressed
 };
 
@@ -23,6 +23,6 @@ struct gallery {
 IOsharemem_server* share_gallery(const std::string& command);
 
 void show_gallery(gallery& g);
-bool goes_on(const gallery& g);
+bool goes_on(gallery& g);
 // The whole cycle but for the pause that follows it.
 void gallery_cycle(gallery& g);

@@ -49,8 +49,7 @@ Fl_Roller* add_roller(std::size_t n) {
 
 }  // namespace
 
-gallery_panel::gallery_panel(bool by_hand) : window(new scene_window(1190, 630, "galerie")) {
-  window->user_data(this);
+gallery_panel::gallery_panel(bool by_hand) {
   auto* const scene = new Fl_Box(10, 10, 800, 610);
   scene->box(FL_ENGRAVED_BOX);
   heading(12, by_hand ? "Commandes de l'operateur" : "Commandes du controleur");
@@ -71,7 +70,7 @@ gallery_panel::gallery_panel(bool by_hand) : window(new scene_window(1190, 630, 
   new_piece = new Fl_Button(825, 588, 120, 30, "Nouvelle piece");
   about = new Fl_Button(950, 588, 110, 30, "A propos");
   quit = new Fl_Button(1065, 588, 110, 30, "Quit");
-  window->end();
+  window.end();
 }
 
 commands gallery_panel::switched_on() const {

@@ -16,7 +16,7 @@ enum : int { tapis, poussoir, table, bras, chariot, verins, debit, melangeur, co
 }
 
 // Builds and lays out the widgets, and nothing else. Every signal is there under its name: an output as a
-// switch, an input as a lamp. Widgets live as long as the program.
+// switch, an input as a lamp. The window owns the widgets, and goes with the panel.
 class gallery_panel {
  public:
   // `by_hand`: the switches are the operator's; otherwise they only show the controller's outputs.
@@ -28,7 +28,7 @@ class gallery_panel {
   void show(const sensors& seen);
   double speed(int which) const { return speeds[static_cast<std::size_t>(which)]->value(); }
 
-  scene_window* window;
+  scene_window window{1190, 630, "galerie"};
   Fl_Button* new_piece;
   Fl_Button* about;
   Fl_Button* quit;

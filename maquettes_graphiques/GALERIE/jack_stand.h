@@ -4,6 +4,8 @@
 #include <FL/forms.H>
 
 #include <array>
+#include <variant>
+#include <vector>
 
 #include "maquettes_graphiques/GALERIE/gallery_signals.h"
 #include "maquettes_graphiques/objgraphiques.h"
@@ -12,6 +14,9 @@ class jack_stand {
  public:
   // Places everything along the window's lower edge; to be built before the window is shown.
   explicit jack_stand(FL_FORM* a_window);
+  // The jacks push the loads where they are.
+  jack_stand(const jack_stand&) = delete;
+  jack_stand& operator=(const jack_stand&) = delete;
 
   // Of all fingers, in pixels a cycle.
   void change_speed(double speed);
@@ -21,22 +26,12 @@ class jack_stand {
   // Paints everything as it stands into whatever is current and moves nothing.
   void paint() const;
 
+  // Jacks are not of one family: each is asked as what it is.
+  using any_jack = std::variant<rdjack, ldjack, bdjack, tdjack, rsjack, lsjack, bsjack, tsjack>;
+
  private:
-  static constexpr int count = 8;
-
-  // Calls operation(jack, place on the stand) for every jack.
-  template <typename Self, typename Operation>
-  static void for_each_jack(Self& self, Operation operation);
-
   FL_FORM* window;
   movepart_manager man;
-  std::array<movepart, count> loads;
-  rdjack rd;
-  ldjack ld;
-  bdjack bd;
-  tdjack td;
-  rsjack rs;
-  lsjack ls;
-  bsjack bs;
-  tsjack ts;
+  std::array<movepart, std::variant_size_v<any_jack>> loads;
+  std::vector<any_jack> jacks;
 };

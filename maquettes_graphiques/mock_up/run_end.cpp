@@ -41,7 +41,7 @@ void watch_for_run_end() {
   sigaction(SIGINT, &action, nullptr);
 }
 
-int run_end_requested() { return requested; }
+bool run_end_requested() { return requested != 0; }
 
 void end_exchange_at_exit(IOsharemem_server& area) {
   exchange = &area;

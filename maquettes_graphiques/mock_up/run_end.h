@@ -8,8 +8,8 @@ class IOsharemem_server;
 // run_end_requested() tells it. Call before the area is created.
 void watch_for_run_end();
 
-// 1 once a signal has asked for the end. Heeds what arrived since FLTK last looked for events.
-int run_end_requested();
+// Whether a signal has asked for the end. Heeds what arrived since FLTK last looked for events.
+bool run_end_requested();
 
 // Whatever ends the process from now on, a lost display included, ends the exchange in `area`,
 // which must live until then.

@@ -2,36 +2,27 @@
 // it shows the plant's sensors as lamps and sets its actuators by check marks. Ends with the run; ending it
 // first, by QUIT or by a signal, stops every actuator.
 
-#include <algorithm>
+#include <cstddef>
 #include <vector>
 
 #include "bibliocpp/IOshare.h"
 #include "bibliocpp/automemlink.h"
+#include "bibliocpp/drop_then_set.h"
 #include "maquettes_graphiques/mock_up/run_end.h"
 #include "outils/hand_panel/hand_panel.h"
-
-namespace {
-
-// The plant may look at any moment: everything that ends is dropped before anything begins.
-void write(IOsharemem_client& area, const list_String& actuators, const std::vector<int>& values) {
-  for (const int level : {0, 1}) {
-    auto value = values.begin();
-    for (const String& name : actuators)
-      if (*value++ == level) area.setreset_output(name, level);
-  }
-  area.outputs_refresh();
-}
-
-}  // namespace
 
 int main(int argc, char** argv) {
   IOsharemem_client area(automemlink(argc, argv));
   watch_for_run_end();
   const list_String sensors = area.input_names();
   const list_String actuators = area.output_names();
+  const std::vector<String> names(actuators.begin(), actuators.end());
 
   hand_panel panel("commande manuelle", actuators, "Entrees", sensors);
-  const auto release = [&](const std::vector<int>& values) { write(area, actuators, values); };
+  const auto release = [&](const std::vector<int>& values) {
+    drop_then_set(values, [&](std::size_t k, int level) { area.setreset_output(names[k], level); });
+    area.outputs_refresh();
+  };
   int news = 0;
   const auto watch = [&] {
     news = area.receive();

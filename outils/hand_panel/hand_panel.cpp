@@ -49,7 +49,7 @@ void hand_panel::run(const std::function<void(const std::vector<int>&)>& release
 // A closed window ends the waiting for the operator.
 void hand_panel::look(void* panel) {
   auto& self = *static_cast<hand_panel*>(panel);
-  if (run_end_requested() != 0 || !self.watching()) return self.window.hide();
+  if (run_end_requested() || !self.watching()) return self.window.hide();
   Fl::repeat_timeout(look_period_s, look, panel);
 }
 

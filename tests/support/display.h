@@ -1,16 +1,16 @@
 #pragma once
 // A display of one's own: every test program runs on an X server that nobody else draws on.
 
-#include <sys/types.h>
-
 #include <string>
+
+#include "tests/support/process.h"
 
 // An Xvfb on a free display number, 1280 * 800 pixels of 24 bits, ready when constructed. It ends with this
 // object, and also when the test program dies.
 class x_server {
  public:
   x_server();
-  ~x_server();
+  ~x_server() { kill(); }
   x_server(const x_server&) = delete;
   x_server& operator=(const x_server&) = delete;
 
@@ -18,7 +18,7 @@ class x_server {
   void kill();
 
  private:
-  pid_t server = -1;
+  process server;
   std::string display;
 };
 

@@ -33,7 +33,7 @@ process::process(std::vector<std::string> words, const std::vector<std::string>&
   argv.push_back(nullptr);
   id = fork();
   if (id != 0) return;
-  prctl(PR_SET_PDEATHSIG, SIGKILL);
+  prctl(PR_SET_PDEATHSIG, SIGTERM);  // with what a program does at its end: nothing is left behind
   for (const std::string& entry : environment) putenv(const_cast<char*>(entry.c_str()));
   dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
   dup2(out, STDOUT_FILENO);

@@ -12,7 +12,7 @@ class process {
   // Starts words[0] with the others as its arguments. What it and its children write to the standard
   // output and error streams is kept. `environment` adds "NAME=value" entries.
   explicit process(std::vector<std::string> words, const std::vector<std::string>& environment = {});
-  // Kills it if it still runs.
+  // Kills it if it still runs. It is asked to end when the test program dies.
   ~process();
   process(const process&) = delete;
   process& operator=(const process&) = delete;

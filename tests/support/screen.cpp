@@ -39,19 +39,22 @@ class connection {
   XErrorHandler handler;
 };
 
-std::vector<window_id> shown_windows(Display* display) {
-  Window root = 0, parent = 0;
+// The first shown top-level window that fits; 0 when none does.
+template <typename Fits>
+window_id first_shown(Fits fits) {
+  const connection display;
+  Window root = 0, parent = 0, found = 0;
   Window* children = nullptr;
   unsigned count = 0;
-  XQueryTree(display, DefaultRootWindow(display), &root, &parent, &children, &count);
-  std::vector<window_id> shown;
-  for (unsigned i = 0; i < count; ++i) {
-    XWindowAttributes attributes{};
-    if (XGetWindowAttributes(display, children[i], &attributes) && attributes.map_state == IsViewable)
-      shown.push_back(children[i]);
+  XQueryTree(display, DefaultRootWindow(static_cast<Display*>(display)), &root, &parent, &children, &count);
+  for (unsigned i = 0; i < count && found == 0; ++i) {
+    XWindowAttributes seen{};
+    if (XGetWindowAttributes(display, children[i], &seen) && seen.map_state == IsViewable &&
+        fits(display, children[i]))
+      found = children[i];
   }
   if (children != nullptr) XFree(children);
-  return shown;
+  return found;
 }
 
 std::string title_of(Display* display, window_id window) {
@@ -66,22 +69,22 @@ picture grab(Display* display, window_id window, const place& where) {
   XImage* const image = XGetImage(display, window, where.x, where.y, static_cast<unsigned>(where.w),
                                   static_cast<unsigned>(where.h), AllPlanes, ZPixmap);
   if (image == nullptr) throw std::runtime_error("the screen cannot be read there");
-  picture result(where.w, where.h);
-  for (int y = 0; y < where.h; ++y)
-    for (int x = 0; x < where.w; ++x)
-      result.put(x, y, static_cast<std::uint32_t>(XGetPixel(image, x, y) & 0xffffff));
+  picture result(where.w, where.h, [image](int x, int y) {
+    const auto pixel = static_cast<int>(XGetPixel(image, x, y));
+    return rgb{pixel >> 16 & 255, pixel >> 8 & 255, pixel & 255};
+  });
   XDestroyImage(image);
   return result;
 }
 
-void tap(Display* display, KeySym symbol) {
+void tap(Display* display, KeySym symbol, KeySym held = NoSymbol) {
   const KeyCode code = XKeysymToKeycode(display, symbol);
-  const bool shifted = XkbKeycodeToKeysym(display, code, 0, 0) != symbol;
-  const KeyCode shift = XKeysymToKeycode(display, XK_Shift_L);
-  if (shifted) XTestFakeKeyEvent(display, shift, 1, 0);
+  if (XkbKeycodeToKeysym(display, code, 0, 0) != symbol) held = XK_Shift_L;
+  const KeyCode with = XKeysymToKeycode(display, held);
+  if (held != NoSymbol) XTestFakeKeyEvent(display, with, 1, 0);
   XTestFakeKeyEvent(display, code, 1, 0);
   XTestFakeKeyEvent(display, code, 0, 0);
-  if (shifted) XTestFakeKeyEvent(display, shift, 0, 0);
+  if (held != NoSymbol) XTestFakeKeyEvent(display, with, 0, 0);
 }
 
 }  // namespace
@@ -90,57 +93,36 @@ std::ostream& operator<<(std::ostream& out, const rgb& colour) {
   return out << "rgb(" << colour.r << ", " << colour.g << ", " << colour.b << ")";
 }
 
-rgb picture::at(int x, int y) const {
-  const std::uint32_t pixel = pixels.at(index(x, y));
-  return {static_cast<int>(pixel >> 16), static_cast<int>(pixel >> 8 & 255), static_cast<int>(pixel & 255)};
+picture picture::part(int x, int y, int width, int height) const {
+  return {width, height, [&](int column, int row) { return at(x + column, y + row); }};
 }
 
 int picture::count(const rgb& colour, int x, int y, int width, int height) const {
-  const int right = width < 0 ? w : x + width;
-  const int bottom = height < 0 ? h : y + height;
-  int found = 0;
-  for (int row = y; row < bottom; ++row)
-    for (int column = x; column < right; ++column) found += at(column, row) == colour;
-  return found;
+  const picture seen = part(x, y, width < 0 ? w - x : width, height < 0 ? h - y : height);
+  return static_cast<int>(std::count(seen.pixels.begin(), seen.pixels.end(), colour));
 }
 
 int picture::dark(int x, int y, int width, int height) const {
-  int found = 0;
-  for (int row = y; row < y + height; ++row)
-    for (int column = x; column < x + width; ++column) {
-      const rgb seen = at(column, row);
-      found += seen.r + seen.g + seen.b < 3 * 128;
-    }
-  return found;
-}
-
-picture picture::part(int x, int y, int width, int height) const {
-  picture result(width, height);
-  for (int row = 0; row < height; ++row)
-    for (int column = 0; column < width; ++column)
-      result.put(column, row, pixels.at(index(x + column, y + row)));
-  return result;
+  const picture seen = part(x, y, width, height);
+  return static_cast<int>(std::count_if(seen.pixels.begin(), seen.pixels.end(),
+                                        [](const rgb& c) { return c.r + c.g + c.b < 3 * 128; }));
 }
 
 void picture::save(const std::string& path) const {
   std::ofstream out(path, std::ios::binary);
   out << "P6\n" << w << " " << h << "\n255\n";
-  for (const std::uint32_t pixel : pixels)
-    out << static_cast<char>(pixel >> 16) << static_cast<char>(pixel >> 8) << static_cast<char>(pixel);
+  for (const rgb& c : pixels)
+    for (const int light : {c.r, c.g, c.b}) out << static_cast<char>(light);
 }
 
 window_id window_titled(const std::string& title) {
-  const connection display;
-  for (const window_id window : shown_windows(display))
-    if (title_of(display, window) == title) return window;
-  return 0;
+  return first_shown([&](Display* display, window_id window) { return title_of(display, window) == title; });
 }
 
 window_id other_window_than(const std::vector<window_id>& known) {
-  const connection display;
-  for (const window_id window : shown_windows(display))
-    if (std::find(known.begin(), known.end(), window) == known.end()) return window;
-  return 0;
+  return first_shown([&](Display*, window_id window) {
+    return std::find(known.begin(), known.end(), window) == known.end();
+  });
 }
 
 window_id wait_for_window(const std::string& title) {
@@ -203,11 +185,9 @@ void hands::click(int x, int y) {
 void hands::key(const std::string& name) {
   const connection display;
   const std::string control = "Control+";
-  if (!name.starts_with(control)) return tap(display, XStringToKeysym(name.c_str()));
-  const KeyCode held = XKeysymToKeycode(display, XK_Control_L);
-  XTestFakeKeyEvent(display, held, 1, 0);
-  tap(display, XStringToKeysym(name.substr(control.size()).c_str()));
-  XTestFakeKeyEvent(display, held, 0, 0);
+  const bool with_control = name.starts_with(control);
+  tap(display, XStringToKeysym(name.c_str() + (with_control ? control.size() : 0)),
+      with_control ? XK_Control_L : NoSymbol);
 }
 
 void hands::type(const std::string& ascii) {

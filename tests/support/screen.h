@@ -2,7 +2,7 @@
 // What can be seen on the display, and the hands that work on it, through a connection of their own:
 // they serve for windows of the test program as for those of another process.
 
-#include <cstdint>
+#include <cstddef>
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -15,13 +15,21 @@ std::ostream& operator<<(std::ostream& out, const rgb& colour);
 
 constexpr rgb black{0, 0, 0}, white{255, 255, 255}, blue{0, 0, 255}, red{255, 0, 0}, grey{192, 192, 192};
 
+struct point {
+  int x, y;
+};
+
 class picture {
  public:
-  picture(int a_width, int a_height) : w(a_width), h(a_height), pixels(index(0, h)) {}
+  // pixel(x, y) tells the colour of each place.
+  template <typename Pixel>
+  picture(int a_width, int a_height, Pixel pixel) : w(a_width), h(a_height) {
+    for (int y = 0; y < h; ++y)
+      for (int x = 0; x < w; ++x) pixels.push_back(pixel(x, y));
+  }
   int width() const { return w; }
   int height() const { return h; }
-  rgb at(int x, int y) const;
-  void put(int x, int y, std::uint32_t pixel) { pixels[index(x, y)] = pixel; }
+  const rgb& at(int x, int y) const { return pixels.at(static_cast<std::size_t>(y * w + x)); }
   // Pixels of that colour in a rectangle, by default in the whole picture.
   int count(const rgb& colour, int x = 0, int y = 0, int width = -1, int height = -1) const;
   // Dark pixels of a rectangle: what black text leaves there, smoothed by its font or not.
@@ -32,12 +40,8 @@ class picture {
   void save(const std::string& path) const;
 
  private:
-  std::size_t index(int x, int y) const {
-    return static_cast<std::size_t>(y) * static_cast<std::size_t>(w) + static_cast<std::size_t>(x);
-  }
-
   int w, h;
-  std::vector<std::uint32_t> pixels;
+  std::vector<rgb> pixels;
 };
 
 using window_id = unsigned long;
