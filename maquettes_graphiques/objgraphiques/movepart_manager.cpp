@@ -70,14 +70,12 @@ int movepart_manager::collision(movepart* p) {
       return found(pixel_box{left, top, left + l, top + h});
     });
   };
-  const auto overlaps_p = [&](const movepart& other) {
-    return may_overlap(*p, other) && any_box_of(other, [&](const pixel_box& box) {
-             return any_box_of(*p, [&](const pixel_box& own) { return overlap(box, own); });
-           });
-  };
-  for (auto other = tab.begin(); other != end; ++other)
-    if (other != self && *other != nullptr && overlaps_p(**other)) return 1;
-  return 0;
+  return std::any_of(tab.begin(), end, [&](movepart* const& other) {
+    if (&other == self || other == nullptr || !may_overlap(*p, *other)) return false;
+    return any_box_of(*other, [&](const pixel_box& box) {
+      return any_box_of(*p, [&](const pixel_box& own) { return overlap(box, own); });
+    });
+  });
 }
 
 int movepart_manager::busy_position(FL_Coord xtest, FL_Coord ytest) {

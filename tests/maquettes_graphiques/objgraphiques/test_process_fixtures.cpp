@@ -19,40 +19,33 @@ Fixture coloured(Fixture fixture) {
 TEST(cuve, fills_to_the_brim_and_tells_its_level) {
   cuve tank(nullptr, 50, 150, 60, 100, 20, 80, 20, 2.0, 0);
   // From the lower mark, by the flow over convspeed, no further than dry or the brim.
-  const struct {
-    double in, out;
-    int steps, reacts;
-    double hpos;
-    int empty, full, overfull;
-  } rows[] = {
-      {0, 0, 1, 0, 20, 1, 0, 0},  {3, 2, 1, 1, 20.5, 0, 0, 0}, {5, 5, 9, 0, 20.5, 0, 0, 0},
-      {0, 1, 41, 1, 0, 1, 0, 0},  {2, 0, 79, 1, 79, 0, 0, 0},  {2, 0, 1, 1, 80, 0, 1, 0},
-      {2, 0, 40, 1, 99, 0, 1, 1},
-  };
-  for (const auto& row : rows) {
-    tank.change_in(row.in);
-    tank.change_out(row.out);
+  for (const auto& [in, out, steps, reacts, hpos, empty, full, overfull] :
+       {std::tuple{0, 0, 1, 0, 20.0, 1, 0, 0},
+        {3, 2, 1, 1, 20.5, 0, 0, 0},
+        {5, 5, 9, 0, 20.5, 0, 0, 0},
+        {0, 1, 41, 1, 0, 1, 0, 0},
+        {2, 0, 79, 1, 79, 0, 0, 0},
+        {2, 0, 1, 1, 80, 0, 1, 0},
+        {2, 0, 40, 1, 99, 0, 1, 1}}) {
+    tank.change_in(in);
+    tank.change_out(out);
     int changing = -1;
-    for (int n = 0; n < row.steps; ++n) changing = tank.react();
-    EXPECT_EQ(changing, row.reacts) << row.hpos;
-    EXPECT_DOUBLE_EQ(tank.my_hpos(), row.hpos);
-    EXPECT_EQ((std::tuple{tank.empty(), tank.full(), tank.overfull()}),
-              (std::tuple{row.empty, row.full, row.overfull}))
-        << row.hpos;
+    for (int n = 0; n < steps; ++n) changing = tank.react();
+    EXPECT_EQ(std::tuple(changing, tank.my_hpos(), tank.empty(), tank.full(), tank.overfull()),
+              std::tuple(reacts, hpos, empty, full, overfull));
   }
 }
 
 TEST(cuve, shows_its_level_and_a_lid_when_it_is_called_open) {
   a_scene scene;
-  for (const char* const walls :
-       {"black line 50 50 50 150; black line 50 150 110 150; black line 110 50 110 150",
-        "black rect 50 50 60 100"}) {
-    const bool open = std::string(walls).starts_with("black rect");
+  for (const int open : {0, 1}) {
     auto tank = coloured(cuve(&scene.window, 50, 150, 60, 100, 20, 80, 30, 2.0, open));
     tank.change_out(1);
     tank.react();  // 29.5
     EXPECT_EQ(scene.calls([&] { tank.draw(); }),
-              std::string("white 50 50 60 71; blue 50 121 60 29; ") + walls);
+              std::string("white 50 50 60 71; blue 50 121 60 29; black ") +
+                  (open ? "rect 50 50 60 100"
+                        : "line 50 50 50 150; black line 50 150 110 150; black line 110 50 110 150"));
   }
 }
 
