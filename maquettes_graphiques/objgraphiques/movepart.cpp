@@ -75,26 +75,21 @@ void movepart::unlink() {
   nextpart = nullptr;
 }
 
-// Calls operation(x, y, l, h, colour) for every box, in the order of add().
-template <typename Operation>
-void movepart::for_each_box(Operation operation) const {
-  auto x = lxpos.begin();
-  auto y = lypos.begin();
-  auto l = llbox.begin();
-  auto h = lhbox.begin();
-  for (const int colour : lcolor) operation(*x++, *y++, *l++, *h++, static_cast<Fl_Color>(colour));
-}
-
 void movepart::draw() {
   associate_forms->make_current();
-  paint();
+  paint_boxes();
+  if (nextpart != nullptr) nextpart->draw();
 }
 
 void movepart::paint() const {
+  paint_boxes();
+  if (nextpart != nullptr) nextpart->paint();
+}
+
+void movepart::paint_boxes() const {
   for_each_box([this](double x, double y, int l, int h, Fl_Color colour) {
     fl_rectf(rounded(x + xpos_base), rounded(y + ypos_base), l, h, colour);
   });
-  if (nextpart != nullptr) nextpart->paint();
 }
 
 void movepart::undraw() {

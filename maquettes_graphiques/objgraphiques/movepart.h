@@ -43,7 +43,8 @@ class movepart {
   int is_linked() const { return linked; }
   Fl_Color my_background_color() const { return background_color; }
 
-  // Paints the boxes, then the carried part. Like every drawing operation it needs a shown window.
+  // Paints the boxes, then the carried part in its own window. Like every drawing operation it needs a
+  // shown window.
   void draw();
   // Erases the boxes, then the carried part.
   void undraw();
@@ -80,8 +81,26 @@ class movepart {
   friend std::ostream& operator<<(std::ostream& out, movepart& part);
   friend int vertical_part_dist(movepart& p1, movepart& p2);
 
-  template <typename Operation>
-  void for_each_box(Operation operation) const;
+  // The one walk over the boxes: calls found(x, y, l, h, colour) for each, in the order of add(), until it
+  // returns true; tells whether it did.
+  template <typename Found>
+  bool any_box(Found found) const {
+    auto y = lypos.begin();
+    auto l = llbox.begin();
+    auto h = lhbox.begin();
+    auto colour = lcolor.begin();
+    for (const double x : lxpos)
+      if (found(x, *y++, *l++, *h++, static_cast<Fl_Color>(*colour++))) return true;
+    return false;
+  }
+  template <typename Paint>
+  void for_each_box(Paint paint_box) const {
+    any_box([&](double x, double y, int l, int h, Fl_Color colour) {
+      paint_box(x, y, l, h, colour);
+      return false;
+    });
+  }
+  void paint_boxes() const;
   void redraw_moved(double oldx, double oldy, double dx, double dy) const;
   void fill_boxes_truncated(bool erase) const;
 

@@ -44,18 +44,6 @@ void movepart_manager::suppart(movepart* ppart) {
   }
 }
 
-// Calls found(box) for the boxes of a part until it returns true; tells whether it did.
-template <typename Found>
-static bool any_box(const std::list<double>& xs, const std::list<double>& ys, const std::list<int>& ls,
-                    const std::list<int>& hs, Found found) {
-  auto y = ys.begin();
-  auto l = ls.begin();
-  auto h = hs.begin();
-  for (const double x : xs)
-    if (found(x, *y++, *l++, *h++)) return true;
-  return false;
-}
-
 // False only where no box of one part can overlap one of the other: a glance that spares most pairs
 // the look at each box. Truncation moves either edge by less than a pixel.
 bool movepart_manager::may_overlap(const movepart& a, const movepart& b) {
@@ -68,21 +56,22 @@ bool movepart_manager::may_overlap(const movepart& a, const movepart& b) {
 
 int movepart_manager::collision(movepart* p) {
   const auto end = tab.begin() + number;
-  if (std::find(tab.begin(), end, p) == end) {
+  const auto self = std::find(tab.begin(), end, p);
+  if (self == end) {
     std::cerr << "collision: erreur interne !" << std::endl << p << std::endl;
     std::exit(1);
   }
   const auto any_box_of = [](const movepart& part, auto found) {
     const int base_x = static_cast<int>(part.xpos_base);
     const int base_y = static_cast<int>(part.ypos_base);
-    return any_box(part.lxpos, part.lypos, part.llbox, part.lhbox, [&](double x, double y, int l, int h) {
+    return part.any_box([&](double x, double y, int l, int h, Fl_Color) {
       const int left = static_cast<int>(base_x + x);
       const int top = static_cast<int>(base_y + y);
       return found(pixel_box{left, top, left + l, top + h});
     });
   };
-  return std::any_of(tab.begin(), end, [&](const movepart* other) {
-    if (other == p || !may_overlap(*p, *other)) return false;
+  return std::any_of(tab.begin(), end, [&](movepart* const& other) {
+    if (&other == self || other == nullptr || !may_overlap(*p, *other)) return false;
     return any_box_of(*other, [&](const pixel_box& box) {
       return any_box_of(*p, [&](const pixel_box& own) { return overlap(box, own); });
     });
@@ -91,9 +80,10 @@ int movepart_manager::collision(movepart* p) {
 
 int movepart_manager::busy_position(FL_Coord xtest, FL_Coord ytest) {
   return std::any_of(tab.begin(), tab.begin() + number, [&](const movepart* part) {
+    if (part == nullptr) return false;
     const int base_x = static_cast<int>(part->xpos_base);
     const int base_y = static_cast<int>(part->ypos_base);
-    return any_box(part->lxpos, part->lypos, part->llbox, part->lhbox, [&](double x, double y, int l, int h) {
+    return part->any_box([&](double x, double y, int l, int h, Fl_Color) {
       const int left = base_x + static_cast<int>(x);
       const int top = base_y + static_cast<int>(y);
       return covers_with_bounds({left, top, left + l, top + h}, xtest, ytest);
@@ -109,13 +99,16 @@ int movepart_manager::busy_position_debug(FL_Coord xtest, FL_Coord ytest) {
 }
 
 void movepart_manager::draw() {
-  for (int n = 0; n < number; ++n) tab[static_cast<std::size_t>(n)]->draw();
+  for (int n = 0; n < number; ++n)
+    if (movepart* const part = tab[static_cast<std::size_t>(n)]) part->draw();
 }
 
 void movepart_manager::paint() const {
-  for (int n = 0; n < number; ++n) tab[static_cast<std::size_t>(n)]->paint();
+  for (int n = 0; n < number; ++n)
+    if (const movepart* const part = tab[static_cast<std::size_t>(n)]) part->paint();
 }
 
 void movepart_manager::parts_fall() {
-  for (int n = 0; n < number; ++n) tab[static_cast<std::size_t>(n)]->fall();
+  for (int n = 0; n < number; ++n)
+    if (movepart* const part = tab[static_cast<std::size_t>(n)]) part->fall();
 }

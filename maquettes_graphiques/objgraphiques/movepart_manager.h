@@ -14,7 +14,8 @@ class movepart_manager {
   movepart_manager(const movepart_manager&) = delete;
   movepart_manager& operator=(const movepart_manager&) = delete;
 
-  // Enters a part. The 101st ends the process with status 1 after "too many part !".
+  // Enters a part. The 101st ends the process with status 1 after "too many part !". A null entry counts
+  // and is passed over everywhere; a part entered twice stands in its own way.
   void addpart(movepart* ppart);
   // Takes a part out; one that is not there is ignored. Of two entries of the same part in a row
   // the second stays.

@@ -2,14 +2,15 @@
 // A window with a registry, for tests of the animated objects. Include gtest first.
 
 #include <memory>
-#include <ostream>
 
 #include "maquettes_graphiques/objgraphiques.h"
+#include "tests/maquettes_graphiques/objgraphiques/drawing_calls.h"
 #include "tests/support/a_window.h"
 
 constexpr Fl_Color bg = FL_BACKGROUND_COLOR;
 
 struct a_scene {
+  a_window elsewhere{60, 40};
   a_window window;
   movepart_manager man;
 
@@ -18,27 +19,16 @@ struct a_scene {
     p->add(x, y, l, h, colour);
     return p;
   }
+  // The calls of what makes its window current itself: everything but paint() and some fixtures.
+  template <typename Draw>
+  std::string calls(Draw draw) {
+    elsewhere.make_current();
+    return drawing_calls::of(draw, window);
+  }
+  // The calls of what draws into whatever window is current.
+  template <typename Paint>
+  std::string calls_here(Paint paint) {
+    window.make_current();
+    return drawing_calls::of(paint, window);
+  }
 };
-
-// The columns (or rows) of a colour along a line of the window, as first and last; -1 when there is none.
-struct extent {
-  int first = -1, last = -1;
-  bool operator==(const extent&) const = default;
-};
-inline std::ostream& operator<<(std::ostream& out, const extent& e) {
-  return out << e.first << ".." << e.last;
-}
-
-inline extent columns(const picture& seen, int y, const rgb& colour) {
-  extent found;
-  for (int x = 0; x < seen.width(); ++x)
-    if (seen.at(x, y) == colour) found = {found.first < 0 ? x : found.first, x};
-  return found;
-}
-
-inline extent rows(const picture& seen, int x, const rgb& colour) {
-  extent found;
-  for (int y = 0; y < seen.height(); ++y)
-    if (seen.at(x, y) == colour) found = {found.first < 0 ? y : found.first, y};
-  return found;
-}

@@ -6,13 +6,25 @@
 
 namespace {
 
-constexpr int lbox = 50, hbox = 20, lfinger = 60, hfinger = 6, outspeed = 7, inspeed = 4;
-
 template <typename Jack>
 constexpr bool takes_a_travel =
     std::is_constructible_v<Jack, FL_FORM*, int, int, int, int, int, int, double, double, movepart*, double>;
+static_assert(!takes_a_travel<rsjack> && !takes_a_travel<lsjack> && !takes_a_travel<tsjack>,
+              "three single-acting ones always start in");
 
-// A jack anchored at (150, 100), its part out of the way until a test puts something there.
+template <typename Jack>
+int steps_out(Jack& jack, int number) {
+  int moved = 0;
+  for (int n = 0; n < number; ++n) {
+    jack.activate_out();
+    moved = jack.react();
+    jack.draw();
+  }
+  return moved;
+}
+
+// A jack anchored at (150, 100), body 50 * 20, finger 60 * 5, 7.9 pixels out and 4 in a step; its part is
+// out of the way until a test puts something there.
 template <typename Jack>
 struct a_jack : a_scene {
   std::unique_ptr<movepart> load = part(20, 20, 10, 10, FL_GREEN);
@@ -20,89 +32,77 @@ struct a_jack : a_scene {
 
   Jack make() {
     if constexpr (takes_a_travel<Jack>)
-      return {&window, 150, 100, lbox, hbox, lfinger, hfinger, outspeed, inspeed, load.get(), 0.0};
+      return {&window, 150, 100, 50, 20, 60, 5, 7.9, 4, load.get(), 0.0};
     else
-      return {&window, 150, 100, lbox, hbox, lfinger, hfinger, outspeed, inspeed, load.get()};
+      return {&window, 150, 100, 50, 20, 60, 5, 7.9, 4, load.get()};
   }
-  void step_out() {
-    jack.activate_out();
-    jack.react();
-    jack.draw();
+  int step_out() { return steps_out(jack, 1); }
+  std::string painted() {
+    return calls_here([this] { jack.paint(); });
   }
 };
 
-struct segment {
-  int x1, y1, x2, y2;
-};
-
-// What is painted after one step out: body and finger as rectangles (none where the toolkit paints
-// nothing), the piston's face from end to end, and how the part was pushed.
-struct seen_after_a_step {
-  place body, finger;
-  segment face;
-  int dx, dy;
-};
+// What one step out draws: the push of the part and the jack, then the part once more.
+template <typename Jack>
+void expect(const std::string& strip, const std::string& part, const std::string& jack) {
+  a_jack<Jack> a;
+  EXPECT_EQ(a.calls([&] { a.step_out(); }), strip + "; " + part + "; " + jack + "; " + part);
+  EXPECT_EQ(a.painted(), jack);
+  EXPECT_TRUE(a.calls([&] { a.jack.draw(); }).starts_with("grey")) << "every drawing pushes";
+}
 
 template <typename Jack>
-void expect(const seen_after_a_step& row) {
+void expect_to_undraw_itself() {
   a_jack<Jack> a;
+  a.jack.change_background(FL_WHITE);
   a.step_out();
-  const picture seen = a.window.look();
-  const auto& [body, finger, face, dx, dy] = row;
-  if (body.w > 0) {
-    EXPECT_EQ(seen.at(body.x, body.y), black) << "border";
-    EXPECT_EQ(seen.at(body.x + body.w - 1, body.y + body.h - 1), black);
-    EXPECT_EQ(seen.at(body.x + 1, body.y + 1), blue);
-  } else {
-    EXPECT_EQ(seen.count(blue) + seen.count(black), hbox) << "the face alone";
-  }
-  EXPECT_EQ(seen.count(black, finger.x, finger.y, finger.w, finger.h), finger.w * finger.h);
-  EXPECT_EQ(seen.at(face.x1, face.y1), black);
-  EXPECT_EQ(seen.at(face.x2, face.y2), black);
-  EXPECT_EQ(a.load->actual_first_xpos(), 20 + dx);
-  EXPECT_EQ(a.load->actual_first_ypos(), 20 + dy);
-  a.jack.paint();
-  EXPECT_TRUE(a.window.look() == seen) << "painting again moves nothing";
-  a.jack.draw();
-  EXPECT_EQ(a.load->actual_first_xpos(), 20 + 2 * dx) << "every drawing pushes";
+  const std::string erased = "white 150 100 21 51; white 158 107 5 60";  // one pixel more of the body
+  EXPECT_EQ(a.calls([&] { a.jack.undraw(); }), erased);
+  EXPECT_EQ(a.calls([&] { a.jack.draw(150, 100); }).find("white"), std::string::npos) << "it stands there";
+  EXPECT_TRUE(a.calls([&] { a.jack.draw(150, 90); }).starts_with(erased));
+  a.jack.draw(200, 90);
+  EXPECT_TRUE(a.painted().starts_with("blue 200 90 20 50;"));
 }
 
 }  // namespace
 
 TEST(jacks, each_variant_is_painted_and_pushes_as_its_row_of_the_table) {
-  const seen_after_a_step rightwards{{150, 100, 50, 20}, {157, 107, 60, 6}, {157, 100, 157, 119}, 7, 0};
-  expect<rdjack>(rightwards);
-  expect<rsjack>(rightwards);
-  expect<ldjack>({{0, 0, 0, 0}, {0, 0, 0, 0}, {143, 100, 143, 119}, -7, 0});
-  expect<lsjack>({{100, 100, 50, 20}, {143, 107, 60, 6}, {143, 100, 157, 119}, 7, 0});
-  const seen_after_a_step downwards{{150, 100, 20, 50}, {157, 107, 6, 60}, {150, 107, 169, 107}, 0, 7};
-  expect<bdjack>(downwards);
-  expect<bsjack>(downwards);
-  expect<tdjack>({{0, 0, 0, 0}, {0, 0, 0, 0}, {150, 93, 169, 93}, 7, 0});
-  expect<tsjack>({{150, 50, 20, 50}, {157, 33, 6, 60}, {150, 93, 169, 93}, 0, -7});
-}
-
-TEST(jacks, the_finger_is_centred_by_halves_of_whole_pixels) {
-  a_scene scene;
-  const auto load = scene.part(20, 20, 10, 10);
-  rdjack jack(&scene.window, 50, 100, 50, 20, 60, 5, 1, 1, load.get(), 3.9);
-  jack.draw();
-  EXPECT_EQ(rows(scene.window.look(), 110, black), (extent{108, 112})) << "100 + 10 - 2";
-  EXPECT_EQ(scene.window.pixel_at(53, 101), black) << "the travel is truncated";
-  EXPECT_EQ(scene.window.pixel_at(54, 102), blue);
+  const std::string right = "grey 19 20 9 10", at_right = "green 28 20 10 10";
+  const std::string rightwards =
+      "blue 150 100 50 20; black rect 150 100 50 20; "
+      "black 157 108 60 5; black rect 157 108 60 5; black line 157 100 157 119";
+  expect<rdjack>(right, at_right, rightwards);
+  expect<rsjack>(right, at_right, rightwards);
+  expect<ldjack>("grey 22 20 9 10", "green 12 20 10 10",
+                 "blue 150 100 -50 20; black rect 150 100 -50 20; "
+                 "black 143 108 -60 5; black rect 143 108 -60 5; black line 143 100 143 119");
+  expect<lsjack>(right, at_right,
+                 "blue 100 100 50 20; black rect 100 100 50 20; "
+                 "black 143 108 60 5; black rect 143 108 60 5; black line 143 100 157 119");
+  const std::string downwards =
+      "blue 150 100 20 50; black rect 150 100 20 50; "
+      "black 158 107 5 60; black rect 158 107 5 60; black line 150 107 169 107";
+  expect<bdjack>("grey 20 20 10 9", "green 20 28 10 10", downwards);
+  expect<bsjack>("grey 20 20 10 9", "green 20 28 10 10", downwards);
+  expect<tdjack>(right, at_right,
+                 "blue 150 100 20 -50; black rect 150 100 20 -50; "
+                 "black 158 93 5 -60; black rect 158 93 5 -60; black line 150 93 169 93");
+  expect<tsjack>("grey 20 22 10 7", "green 20 12 10 10",
+                 "blue 150 50 20 50; black rect 150 50 20 50; "
+                 "black 158 33 5 60; black rect 158 33 5 60; black line 150 93 169 93");
 }
 
 TEST(jacks, a_double_acting_one_obeys_one_command_for_one_step) {
   a_jack<rdjack> a;
-  a.jack.activate_out();
-  a.jack.activate_in();
-  EXPECT_EQ(a.jack.is_out_activing() + a.jack.is_in_activing(), 2);
-  EXPECT_EQ(a.jack.react(), 0) << "both chambers fed hold the finger";
-  EXPECT_EQ(a.jack.is_out_activing() + a.jack.is_in_activing(), 0);
+  a.jack.change_speeds(7, 4);
   for (int n = 0; n < 8; ++n) {  // 0, 7, .., 49, 50
-    EXPECT_EQ(a.jack.out_stop(), 0);
     a.jack.activate_out();
-    EXPECT_EQ(a.jack.react(), 1);
+    a.jack.activate_in();
+    EXPECT_EQ(a.jack.is_out_activing() + a.jack.is_in_activing(), 2);
+    EXPECT_EQ(a.jack.react(), 0) << "both chambers fed hold the finger wherever it stands";
+    EXPECT_EQ(a.jack.is_out_activing() + a.jack.is_in_activing(), 0);
+    EXPECT_EQ(a.jack.out_stop(), 0);
+    EXPECT_EQ(a.step_out(), 1);
     EXPECT_EQ(a.jack.react(), 0) << "no command, no move";
   }
   EXPECT_EQ(a.jack.out_stop(), 1);
@@ -118,68 +118,46 @@ TEST(jacks, a_single_acting_one_is_returned_by_its_spring_whatever_the_in_comman
   a_jack<bsjack> a;
   a.jack.activate_out();
   a.jack.activate_in();
-  for (const int in_stop : {0, 0, 1}) {  // 7, 7 - 4, 3 - 4 held at 0
+  for (const int in_stop : {0, 0, 1}) {  // 7.9, 7.9 - 4, 3.9 - 4 held at 0
     EXPECT_EQ(a.jack.react(), 1);
     EXPECT_EQ(a.jack.in_stop(), in_stop);
   }
   EXPECT_EQ(a.jack.react(), 0);
+  for (int n = 0; n < 7; ++n) EXPECT_EQ(a.step_out() + a.jack.out_stop(), n < 6 ? 1 : 2);  // 47.4, then 50
 }
-
-static_assert(!takes_a_travel<rsjack> && !takes_a_travel<lsjack> && !takes_a_travel<tsjack>,
-              "three single-acting ones always start in");
 
 TEST(jacks, a_blocked_part_holds_the_finger) {
   a_jack<rdjack> a;
-  const auto wall = a.part(45, 15, 10, 20, FL_RED);  // 15 pixels from the part
-  for (int n = 0; n < 5; ++n) a.step_out();
-  EXPECT_EQ(a.load->actual_first_xpos(), 34);
-  EXPECT_EQ(a.window.pixel_at(150 + 14, 103), black) << "the face stands where the part was stopped";
+  const auto wall = a.part(44, 15, 10, 20, FL_RED);  // 14 pixels from the part
+  steps_out(a.jack, 5);
+  EXPECT_EQ(a.load->actual_first_xpos(), 27);
+  EXPECT_TRUE(a.painted().ends_with("black line 157 100 157 119")) << a.painted();
 }
 
-TEST(jacks, erase_nothing_but_where_they_can_undraw_themselves) {
-  a_jack<bdjack> a;
-  a.jack.change_background(FL_WHITE);
-  for (int n = 0; n < 4; ++n) a.step_out();
-  a.jack.activate_in();
-  a.jack.react();
-  a.jack.draw();
-  EXPECT_EQ(rows(a.window.look(), 160, black).last, 100 + 28 + lfinger - 1) << "the old finger's end stays";
-  a.jack.draw(150, 100);
-  EXPECT_EQ(a.window.look().count(white), 0) << "it stands there already";
-  a.jack.draw(200, 90);
-  const picture moved = a.window.look();
-  EXPECT_EQ(columns(moved, 110, white), (extent{150, 150 + hbox})) << "one pixel more";
-  EXPECT_EQ(rows(moved, 150, white), (extent{100, 100 + lbox}));
-  EXPECT_EQ(moved.at(160, 100 + 24 + lfinger - 1), white);
-  EXPECT_EQ(moved.at(160, 100 + 28 + lfinger - 1), black);
-  EXPECT_EQ(moved.at(201, 91), blue);
+TEST(jacks, two_can_undraw_themselves_and_move) {
+  expect_to_undraw_itself<bdjack>();
+  expect_to_undraw_itself<bsjack>();
 }
 
 TEST(jacks, a_rotary_one_swings_its_part_clockwise_and_stops_where_it_is_blocked) {
   a_scene scene;
   const auto load = scene.part(0, 0, 10, 10, FL_GREEN);
   hrdjack jack(&scene.window, 150, 100, 12, 30, 60, 10, 5, load.get(), 0.0);
-  const auto turn = [&jack](int steps) {
-    for (int n = 0; n < steps; ++n) {
-      jack.activate_out();
-      jack.react();
-      jack.draw();
-    }
-  };
   jack.draw();
-  EXPECT_EQ(load->actual_first_xpos(), 210) << "the base angle has no effect";
-  EXPECT_EQ(columns(scene.window.look(), 106, blue), (extent{150, 161})) << "right of and below the axle";
-  EXPECT_EQ(columns(scene.window.look(), 100, black).last, 209);
-  turn(9);
+  const std::string hub_and_arm = "blue pie 150 100 12 12 0 360; black line 150 100 209 110";
+  EXPECT_EQ(scene.calls([&] { steps_out(jack, 1); }),
+            "grey 210 100 10 10; green 209 110 10 10; grey line 150 100 210 100; " + hub_and_arm +
+                "; green 209 110 10 10")
+      << "the base angle has no effect";
+  EXPECT_EQ(scene.calls_here([&] { jack.paint(); }), hub_and_arm);
+  steps_out(jack, 8);
   EXPECT_EQ(load->actual_first_ypos(), 159) << "just short of 160: the angle is not quite a right one";
-  EXPECT_EQ(scene.window.pixel_at(200, 100), grey) << "the old arm is gone";
-  EXPECT_EQ(scene.window.pixel_at(150, 140), black);
   const auto wall = scene.part(80, 60, 40, 30, FL_RED);
-  turn(40);
+  steps_out(jack, 40);
   EXPECT_GT(load->actual_first_ypos(), 89);
   EXPECT_EQ(jack.out_stop(), 0);
   wall->absmoveredraw(0, 180);
-  turn(36);
+  steps_out(jack, 36);
   EXPECT_EQ(jack.out_stop(), 1);
   EXPECT_EQ(load->actual_first_xpos(), 209) << "a turn does not quite close";
 }

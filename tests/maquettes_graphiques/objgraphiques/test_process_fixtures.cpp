@@ -1,9 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <vector>
 
-#include "bibliocpp/formspp.h"
 #include "tests/maquettes_graphiques/objgraphiques/a_scene.h"
 
 namespace {
@@ -19,126 +17,104 @@ Fixture coloured(Fixture fixture) {
 }  // namespace
 
 TEST(cuve, fills_to_the_brim_and_tells_its_level) {
-  a_window window;
-  cuve tank(&window, 50, 150, 60, 100, 20, 80, 20, 2.0, 0);
-  struct level {
-    double in, out;
-    int steps, reacts;
-    double hpos;
-    std::vector<int> empty_full_overfull;
-  };
-  for (const level& l : std::vector<level>{{0, 0, 1, 0, 20, {1, 0, 0}},    // at the lower mark
-                                           {3, 2, 1, 1, 20.5, {0, 0, 0}},  // by the flow over convspeed
-                                           {5, 5, 9, 0, 20.5, {0, 0, 0}},
-                                           {0, 1, 41, 1, 0, {1, 0, 0}},  // no further than dry
-                                           {2, 0, 79, 1, 79, {0, 0, 0}},
-                                           {2, 0, 1, 1, 80, {0, 1, 0}},
-                                           {2, 0, 40, 1, 99, {0, 1, 1}}}) {
-    tank.change_in(l.in);
-    tank.change_out(l.out);
+  cuve tank(nullptr, 50, 150, 60, 100, 20, 80, 20, 2.0, 0);
+  // From the lower mark, by the flow over convspeed, no further than dry or the brim.
+  for (const auto& [in, out, steps, reacts, hpos, empty, full, overfull] :
+       {std::tuple{0, 0, 1, 0, 20.0, 1, 0, 0},
+        {3, 2, 1, 1, 20.5, 0, 0, 0},
+        {5, 5, 9, 0, 20.5, 0, 0, 0},
+        {0, 1, 41, 1, 0, 1, 0, 0},
+        {2, 0, 79, 1, 79, 0, 0, 0},
+        {2, 0, 1, 1, 80, 0, 1, 0},
+        {2, 0, 40, 1, 99, 0, 1, 1}}) {
+    tank.change_in(in);
+    tank.change_out(out);
     int changing = -1;
-    for (int n = 0; n < l.steps; ++n) changing = tank.react();
-    EXPECT_EQ(changing, l.reacts) << l.hpos;
-    EXPECT_DOUBLE_EQ(tank.my_hpos(), l.hpos);
-    EXPECT_EQ((std::vector{tank.empty(), tank.full(), tank.overfull()}), l.empty_full_overfull) << l.hpos;
+    for (int n = 0; n < steps; ++n) changing = tank.react();
+    EXPECT_EQ(std::tuple(changing, tank.my_hpos(), tank.empty(), tank.full(), tank.overfull()),
+              std::tuple(reacts, hpos, empty, full, overfull));
   }
 }
 
-TEST(cuve, shows_level_and_walls_the_flag_notwithstanding) {
-  a_window window;
-  for (const int opencuve : {0, 1}) {
-    auto tank = coloured(cuve(&window, 50, 150, 60, 100, 20, 80, 30, 1.0, opencuve));
-    tank.draw();
-    const picture seen = window.look();
-    EXPECT_EQ(rows(seen, 80, white).last, 119) << "the empty part";
-    EXPECT_EQ(rows(seen, 80, blue).first, 120);
-    EXPECT_EQ(seen.at(80, 50) == black, opencuve == 1) << "a lid on the tank that is called open";
-    EXPECT_EQ(seen.at(50, 100), black);
-    EXPECT_EQ(seen.at(opencuve ? 109 : 110, 100), black);
-    EXPECT_EQ(seen.at(80, opencuve ? 149 : 150), black);
+TEST(cuve, shows_its_level_and_a_lid_when_it_is_called_open) {
+  a_scene scene;
+  for (const int open : {0, 1}) {
+    auto tank = coloured(cuve(&scene.window, 50, 150, 60, 100, 20, 80, 30, 2.0, open));
+    tank.change_out(1);
+    tank.react();  // 29.5
+    EXPECT_EQ(scene.calls([&] { tank.draw(); }),
+              std::string("white 50 50 60 71; blue 50 121 60 29; black ") +
+                  (open ? "rect 50 50 60 100"
+                        : "line 50 50 50 150; black line 50 150 110 150; black line 110 50 110 150"));
   }
 }
 
 TEST(vanne, shows_its_gate_along_or_across_the_pipe) {
-  a_window window;
-  for (const int horizontal : {0, 1})
-    for (const int open : {0, 1}) {
-      fl_rectf(0, 0, 300, 200, bg);
-      auto valve = coloured(vanne(&window, 100, 100, 80, 8, 30, open, horizontal));
-      const auto draws_bar = [&](bool upright) {
-        valve.draw();
-        EXPECT_EQ(window.look().count(blue, 96, 85, 8, 30) == 8 * 30, upright);
-        EXPECT_EQ(window.look().count(blue, 85, 96, 30, 8) == 8 * 30, !upright);
-      };
-      draws_bar(horizontal != open);
-      EXPECT_EQ(window.pixel_at(86, 86), white) << "a new valve clears its gate";
-      EXPECT_EQ(window.pixel_at(horizontal ? 60 : 96, horizontal ? 96 : 60), blue) << "pipe";
-      EXPECT_EQ(window.pixel_at(110, 89), blue) << "rim";
-      open ? valve.close() : valve.open();
-      EXPECT_EQ(valve.is_close(), open);
-      draws_bar(horizontal == open);
-      fl_rectf(105, 86, 3, 3, FL_RED);
-      valve.draw();
-      EXPECT_EQ(window.pixel_at(106, 87), red) << "unchanged, it clears nothing";
-    }
+  a_scene scene;
+  for (const int way : {0, 1, 2, 3}) {
+    const bool horizontal = way / 2, open = way % 2;
+    auto valve = coloured(vanne(&scene.window, 100, 100, 81, 9, 31, open, horizontal));
+    const auto draws = [&](bool upright) {
+      const std::string painted =
+          std::string(horizontal ? "blue line 60 96 140 96; blue line 60 104 140 104; "
+                                 : "blue line 96 60 96 140; blue line 104 60 104 140; ") +
+          (upright ? "blue 96 85 9 31" : "blue 85 96 31 9") +
+          "; blue begin_line; blue circle 100 100 15; blue end_line";
+      EXPECT_EQ(scene.calls_here([&] { valve.draw(); }), "white 85 85 31 31; " + painted);
+      EXPECT_EQ(scene.calls_here([&] { valve.draw(); }), painted) << "unchanged, it clears nothing";
+    };
+    draws(horizontal != open);
+    open ? valve.close() : valve.open();
+    EXPECT_EQ(valve.is_close(), open);
+    draws(horizontal == open);
+  }
 }
 
 TEST(melangeur, erases_its_blades_only_while_it_turns) {
-  a_window window;
-  auto mixer = coloured(melangeur(&window, 100, 100, 60));
-  fl_rectf(0, 0, 300, 200, FL_WHITE);
-  const auto turn = [&](double speed) {
+  a_scene scene;
+  auto mixer = coloured(melangeur(&scene.window, 100, 100, 60));
+  const std::string turned = "blue line 73 112 127 88; blue line 88 73 112 127; ";
+  for (const auto& [speed, calls] : {
+           std::pair{0.0005,
+                     std::string("blue line 80 122 120 78; blue line 78 80 122 120; ")},  // 40 radians
+           {0.4, "white line 80 122 120 78; white line 78 80 122 120; " + turned},
+           {-0.0005, turned},
+       }) {
     mixer.change_speed(speed);
     mixer.react();
-    mixer.draw();
-  };
-  turn(0.0005);
-  EXPECT_EQ(window.pixel_at(90, 111), blue) << "40 radians, less six turns: 131.8 degrees";
-  EXPECT_EQ(window.pixel_at(130, 100), blue) << "rim";
-  turn(0.4);
-  EXPECT_EQ(window.pixel_at(90, 111), white);
-  EXPECT_EQ(window.pixel_at(82, 108), blue) << "154.7 degrees";
-  fl_line(100, 100, 100 - 20, 100 + 22, FL_BLUE);
-  turn(0.0005);
-  EXPECT_DOUBLE_EQ(mixer.my_angle(), 40.4) << "that is at rest";
-  EXPECT_EQ(window.pixel_at(90, 111), blue) << "where it erases nothing";
+    EXPECT_EQ(scene.calls_here([&] { mixer.draw(); }),
+              calls + "blue begin_line; blue circle 100 100 30; blue end_line");
+  }
 }
 
-TEST(resistor, glows_while_it_heats) {
-  a_window window;
-  auto coil = coloured(resistor(&window, 150, 100, 120, 60));
-  coil.draw();
-  const picture cold = window.look();
-  for (const auto& [x, y] : std::vector<std::pair<int, int>>{
-           {160, 100}, {120, 90}, {120, 110}, {90, 80}, {90, 120}, {150, 70}, {205, 70}, {205, 130}})
-    EXPECT_EQ(cold.at(x, y), blue) << x << ", " << y;
-  EXPECT_EQ(cold.at(150, 100), grey) << "a hairpin, open between its runs";
+TEST(resistor, glows_while_it_heats_and_leaves_lines_thin) {
+  a_scene scene;
+  auto coil = coloured(resistor(&scene.window, 150, 100, 121, 65));
+  EXPECT_NE(scene.calls_here([&] { coil.draw(); }).find("blue arc 140 90 21 21 -90 90;"), std::string::npos);
   coil.heat();
-  coil.draw();
-  EXPECT_EQ(window.look().count(red), cold.count(blue));
-  fl_line(10, 10, 30, 10, FL_BLACK);
-  EXPECT_EQ(rows(window.look(), 20, black), (extent{10, 10})) << "lines are thin again";
+  EXPECT_EQ(
+      scene.calls_here([&] { coil.draw(); }),
+      "black line_style 0 5; red arc 140 90 21 21 -90 90; red line 150 90 100 90; red line 150 110 100 110; "
+      "red arc 90 68 21 21 90 270; red arc 90 110 21 21 90 270; red line 100 68 210 68; "
+      "red line 100 132 210 132; red line_style 0 0");
 }
 
 TEST(trappe, a_horizontal_flap_leaves_no_trace_and_a_vertical_one_does) {
-  a_window window;
-  for (const bool horizontal : {true, false}) {
-    fl_rectf(0, 0, 300, 200, FL_WHITE);
-    auto flap = coloured(trappe(&window, 100, 100, 50, M_PI / 6, 0, horizontal));
-    const auto shows = [&](const rgb& near_the_open_end, const rgb& near_the_closed_end) {
-      flap.draw();
-      EXPECT_EQ(horizontal ? window.pixel_at(143, 76) : window.pixel_at(124, 57), near_the_open_end);
-      EXPECT_EQ(horizontal ? window.pixel_at(145, 100) : window.pixel_at(100, 145), near_the_closed_end);
+  a_scene scene;
+  for (const int way : {0, 1, 2, 3}) {
+    const bool horizontal = way / 2, open_when_new = way % 2;
+    auto flap = coloured(trappe(&scene.window, 100, 100, 50, M_PI / 6, open_when_new, horizontal));
+    const auto draws = [&](bool open) {
+      const auto line = [&](bool as_open) -> std::string {
+        if (horizontal) return as_open ? " line 100 100 143 76" : " line 100 100 150 100";
+        return as_open ? " line 100 100 124 57" : " line 100 100 100 150";
+      };
+      EXPECT_EQ(scene.calls_here([&] { flap.draw(); }),
+                "white" + line(open != horizontal) + "; blue" + line(open));
+      EXPECT_EQ(scene.calls_here([&] { flap.draw(); }), "blue" + line(open)) << "unchanged";
     };
-    shows(white, blue);
-    flap.open();
-    shows(blue, horizontal ? white : blue);
-    flap.close();
-    shows(horizontal ? white : blue, blue);
+    draws(open_when_new);
+    open_when_new ? flap.close() : flap.open();
+    draws(!open_when_new);
   }
-  auto open_when_new = coloured(trappe(&window, 100, 100, 50, M_PI / 2, 1, 1));
-  fl_rectf(0, 0, 300, 200, bg);
-  open_when_new.draw();
-  EXPECT_EQ(columns(window.look(), 100, white), (extent{101, 150})) << "the state it is not in";
-  EXPECT_EQ(rows(window.look(), 100, blue), (extent{50, 100}));
 }
