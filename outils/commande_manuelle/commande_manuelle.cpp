@@ -25,8 +25,8 @@ void write(IOsharemem_client& area, const list_String& actuators, const std::vec
 }  // namespace
 
 int main(int argc, char** argv) {
-  IOsharemem_client area(automemlink(argc, argv));
   watch_for_run_end();
+  IOsharemem_client area(automemlink(argc, argv));
   const list_String sensors = area.input_names();
   const list_String actuators = area.output_names();
 
