@@ -4,12 +4,15 @@
 #include <sys/shm.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
+#include <iterator>
 #include <thread>
+#include <type_traits>
 
 namespace {
 
@@ -17,40 +20,6 @@ using namespace std::chrono_literals;
 
 constexpr std::size_t segment_size = sizeof(IO_controleur) + 1;
 constexpr useconds_t idle_pause_us = 10'000;
-
-// The lock has been initialised as private to one process, so the kernel never wakes a waiter of
-// the other one, and a controller may be killed while it holds the lock. Nobody honest holds it
-// for longer than one field update: it is polled, and after a second its holder counts as gone.
-class area_lock {
- public:
-  explicit area_lock(sem_t& a_semaphore) : semaphore(a_semaphore) {
-    static std::chrono::milliseconds patience = full_patience;
-    if (sem_trywait(&semaphore) != 0) {
-      const auto deadline = std::chrono::steady_clock::now() + patience;
-      while (sem_trywait(&semaphore) != 0) {
-        if (std::chrono::steady_clock::now() > deadline) {
-          // A holder that goes on taking the lock without giving it back must not cost a second
-          // each time: trust comes back slowly.
-          patience = 1ms;
-          return;
-        }
-        std::this_thread::sleep_for(1ms);
-      }
-    }
-    if (patience < full_patience) patience += 1ms;
-  }
-  ~area_lock() {
-    // One that was thought gone may have come back and released already: never let two in.
-    int value = 0;
-    if (sem_getvalue(&semaphore, &value) == 0 && value == 0) sem_post(&semaphore);
-  }
-  area_lock(const area_lock&) = delete;
-  area_lock& operator=(const area_lock&) = delete;
-
- private:
-  static constexpr std::chrono::milliseconds full_patience = 1s;
-  sem_t& semaphore;
-};
 
 template <typename T>
 T load(T& field) {
@@ -66,6 +35,75 @@ template <typename T>
 void advance(T& field) {
   std::atomic_ref<T>(field).fetch_add(1, std::memory_order_release);
 }
+
+// What the C library keeps in a sem_t. Its own operations hand these words to the kernel, and end the
+// process when a stranger has written there what the kernel objects to. So none of them is used after
+// sem_init: to every other program this stays a semaphore, whose value is 1 while it is free.
+struct semaphore_words {
+  std::uint32_t value;
+  std::uint32_t waiters;
+  std::uint32_t sharing;  // 0: private to one process, part of the area's contract
+};
+#if !defined(__GLIBC__) || !defined(__LP64__) || __BYTE_ORDER__ != __ORDER_LITTLE_ENDIAN__
+#error "how the words of a sem_t are laid out here is not known"
+#endif
+static_assert(sizeof(semaphore_words) <= sizeof(sem_t));
+static_assert(alignof(semaphore_words) <= alignof(sem_t));
+static_assert(std::atomic_ref<std::uint32_t>::is_always_lock_free);
+
+constexpr std::uint32_t taken = 0, is_free = 1;
+
+semaphore_words& words_of(sem_t& semaphore) { return reinterpret_cast<semaphore_words&>(semaphore); }
+
+// The lock has been initialised as private to one process, so the kernel never wakes a waiter of
+// the other one, and a controller may be killed while it holds the lock. Nobody honest holds it
+// for longer than one field update: it is polled, and after a second its holder counts as gone.
+class area_lock {
+ public:
+  area_lock(sem_t& semaphore, std::chrono::milliseconds& patience) : words(words_of(semaphore)) {
+    if (!take()) {
+      const auto deadline = std::chrono::steady_clock::now() + patience;
+      while (!take()) {
+        if (std::chrono::steady_clock::now() > deadline) {
+          // A holder that goes on taking the lock without giving it back must not cost a second
+          // each time: trust comes back slowly.
+          patience = 1ms;
+          return;
+        }
+        std::this_thread::sleep_for(1ms);
+      }
+    }
+    if (patience < full_patience) patience += 1ms;
+  }
+  // Free whatever the value is now: one that was thought gone may have come back and given it already.
+  ~area_lock() { store(words.value, is_free); }
+  area_lock(const area_lock&) = delete;
+  area_lock& operator=(const area_lock&) = delete;
+
+ private:
+  static constexpr std::chrono::milliseconds full_patience = 1s;
+
+  // A value that is neither 0 nor 1 says nothing about a holder: it is taken like a free one, and 1 again
+  // when given back.
+  bool take() {
+    std::uint32_t value = load(words.value);
+    while (value != taken)
+      if (std::atomic_ref(words.value).compare_exchange_weak(value, taken, std::memory_order_acquire)) {
+        if (value != is_free || load(words.sharing) != 0) mend_other_words();
+        return true;
+      }
+    return false;
+  }
+
+  // An honest program's sem_post hands them to the kernel. One that waits at this moment is no longer
+  // counted, and finds the lock free all the same as often as before: nobody wakes it across processes.
+  void mend_other_words() {
+    store(words.waiters, std::uint32_t{0});
+    store(words.sharing, std::uint32_t{0});
+  }
+
+  semaphore_words& words;
+};
 
 [[noreturn]] void sharing_error(const char* reason) {
   std::cerr << "IOshare: erreur sur partage memoire" << std::endl << reason << std::endl << std::endl;
@@ -108,7 +146,21 @@ bool slot_is(const char (&slot)[50], const std::string& name) {
   const std::size_t length = name.size();
   return length < sizeof slot && slot[length] == '\0' &&
          (length == 0 || slot[length - 1] == name[length - 1]) &&
-         std::memcmp(slot, name.data(), length) == 0 && std::strlen(slot) == length;
+         std::memcmp(slot, name.data(), length) == 0 && std::memchr(slot, '\0', length) == nullptr;
+}
+
+std::list<std::string> names_in(const char (*slots)[50], int count) {
+  std::list<std::string> names;
+  for (int i = 0; i < count; ++i) names.emplace_back(slots[i], strnlen(slots[i], sizeof slots[i]));
+  return names;
+}
+
+// The counts stand where strangers can write: they are never trusted beyond the arrays' ends.
+constexpr int most_names = std::extent_v<decltype(IO_controleur::nom_input)>;
+
+template <std::size_t size>
+bool in_use(int i, std::int32_t& count, const std::int32_t (&values)[size]) {
+  return i >= 0 && i < load(count) && i < std::ssize(values);
 }
 
 }  // namespace
@@ -123,7 +175,7 @@ IOsharemem_server::IOsharemem_server(std::list<std::string>& inputs, std::list<s
   adresse_mem->nb_entrees = fill(inputs, adresse_mem->input, adresse_mem->nom_input);
   adresse_mem->nb_sorties = fill(outputs, adresse_mem->output, adresse_mem->nom_output);
   store(adresse_mem->clock, std::int64_t{0});
-  sem_post(&adresse_mem->mutex);
+  store(words_of(adresse_mem->mutex).value, is_free);
 }
 
 IOsharemem_server::~IOsharemem_server() = default;
@@ -133,18 +185,18 @@ int IOsharemem_server::memory_ident() { return shm_ident; }
 void IOsharemem_server::inputs_go() { advance(adresse_mem->clock); }
 
 int IOsharemem_server::output_value(int i) {
-  if (i < 0 || i >= adresse_mem->nb_sorties) return 0;
+  if (!in_use(i, adresse_mem->nb_sorties, adresse_mem->output)) return 0;
   return load(adresse_mem->output[i]);
 }
 
 std::int64_t IOsharemem_server::get_outputs_clock() {
-  const area_lock held(adresse_mem->mutex);
+  const area_lock held(adresse_mem->mutex, patience);
   return load(adresse_mem->output_clock);
 }
 
 void IOsharemem_server::setreset_input(int i, int value) {
-  if (i < 0 || i >= adresse_mem->nb_entrees) return;
-  const area_lock held(adresse_mem->mutex);
+  if (!in_use(i, adresse_mem->nb_entrees, adresse_mem->input)) return;
+  const area_lock held(adresse_mem->mutex, patience);
   store(adresse_mem->input[i], value);
 }
 
@@ -156,8 +208,8 @@ IOsharemem_client::IOsharemem_client(int ident) {
   adresse_mem = attach(ident);
   if (adresse_mem == nullptr) sharing_error("shmat() client refuse pour ident mem=", ident);
   store(adresse_mem->output_clock, std::int64_t{0});
-  nb_entrees = adresse_mem->nb_entrees;
-  nb_sorties = adresse_mem->nb_sorties;
+  nb_entrees = std::clamp(load(adresse_mem->nb_entrees), 0, most_names);
+  nb_sorties = std::clamp(load(adresse_mem->nb_sorties), 0, most_names);
   inputs_copy = new int[static_cast<std::size_t>(nb_entrees)]{};
 }
 
@@ -167,7 +219,7 @@ int IOsharemem_client::receive() {
   const std::int64_t announced = load(adresse_mem->clock);
   if (announced < 0) return -1;
   if (announced > local_clock) {
-    const area_lock held(adresse_mem->mutex);
+    const area_lock held(adresse_mem->mutex, patience);
     local_clock = load(adresse_mem->clock);
     std::memcpy(inputs_copy, adresse_mem->input, static_cast<std::size_t>(nb_entrees) * sizeof(int));
     return 1;
@@ -189,14 +241,14 @@ void IOsharemem_client::setreset_output(const std::string& name, int value) {
 }
 
 std::list<std::string> IOsharemem_client::input_names() {
-  return {adresse_mem->nom_input, adresse_mem->nom_input + nb_entrees};
+  return names_in(adresse_mem->nom_input, nb_entrees);
 }
 
 std::list<std::string> IOsharemem_client::output_names() {
-  return {adresse_mem->nom_output, adresse_mem->nom_output + nb_sorties};
+  return names_in(adresse_mem->nom_output, nb_sorties);
 }
 
 void IOsharemem_client::outputs_refresh() {
-  const area_lock held(adresse_mem->mutex);
+  const area_lock held(adresse_mem->mutex, patience);
   advance(adresse_mem->output_clock);
 }

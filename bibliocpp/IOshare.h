@@ -7,9 +7,14 @@
 //
 // The area is one System V shared-memory segment of the same machine and user. Both sides must
 // agree on the record below byte for byte, whatever compiler or language they are written in.
+//
+// The lock is waited for a second at most; then its holder counts as gone, and the caller goes on as the
+// holder. After that a side waits 1 ms only, and 1 ms longer with each time it gets the lock in time.
+// Whatever is written into the area, over the lock too, nothing here ends, blocks or leaves its arrays.
 
 #include <semaphore.h>
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <list>
@@ -76,10 +81,12 @@ class IOsharemem_server {
  private:
   int shm_ident;
   IO_controleur* adresse_mem;
-  std::int64_t local_clock = 0;  // kept for users of the record's historical layout; unused
+  std::int64_t local_clock = 0;              // kept for users of the record's historical layout; unused
+  std::chrono::milliseconds patience{1000};  // how long the lock is waited for
 };
 
-// The controller's side: attaches, waits for inputs, reads them by name, sets outputs by name.
+// The controller's side: attaches, waits for inputs, reads them by name, sets outputs by name (or by
+// handle, quicker and checked: bibliocpp/signal_handles.h).
 //
 // Order of calls: construct; then for ever: receive(); on -1 stop; on 1 evaluate with
 // input_is_set(), write with setreset_output(), then outputs_refresh() once; on 0 call again.
@@ -111,9 +118,13 @@ class IOsharemem_client {
   void outputs_refresh();
 
  private:
+  friend class input_signal;  // bibliocpp/signal_handles.h
+  friend class output_signal;
+
   int nb_entrees;
   int nb_sorties;
   IO_controleur* adresse_mem;
   int* inputs_copy;
   std::int64_t local_clock = 0;
+  std::chrono::milliseconds patience{1000};
 };

@@ -24,6 +24,13 @@ void on_signal(int) {
   errno = error;
 }
 
+void handle(int number, void (*handler)(int)) {
+  struct sigaction action {};
+  action.sa_handler = handler;
+  action.sa_flags = SA_RESTART;
+  sigaction(number, &action, nullptr);
+}
+
 // The byte stays in the pipe, so that every later modal window closes at once as well.
 void close_modal_window(int, void*) {
   if (Fl::modal() != nullptr) Fl::modal()->hide();
@@ -34,11 +41,13 @@ void close_modal_window(int, void*) {
 void watch_for_run_end() {
   if (pipe2(wake_up, O_CLOEXEC | O_NONBLOCK) != 0) return;
   Fl::add_fd(wake_up[0], FL_READ, close_modal_window);
-  struct sigaction action {};
-  action.sa_handler = on_signal;
-  action.sa_flags = SA_RESTART;
-  sigaction(SIGTERM, &action, nullptr);
-  sigaction(SIGINT, &action, nullptr);
+  handle(SIGTERM, on_signal);
+  handle(SIGINT, on_signal);
+  struct sigaction inherited {};
+  sigaction(SIGHUP, nullptr, &inherited);
+  if (inherited.sa_handler != SIG_IGN) handle(SIGHUP, on_signal);
+  // Not ignored, which the controller would inherit: a handler is gone in the program that is started.
+  handle(SIGPIPE, [](int) {});
 }
 
 bool run_end_requested() { return requested != 0; }

@@ -4,8 +4,10 @@
 
 class IOsharemem_server;
 
-// From now on SIGTERM and SIGINT ask for the end of the run: an open modal window closes, and
-// run_end_requested() tells it. Call before the area is created.
+// From now on SIGTERM, SIGINT and SIGHUP ask for the end of the run: an open modal window closes, and
+// run_end_requested() tells it. SIGHUP stays ignored where it was (nohup). SIGPIPE does nothing any more:
+// a standard error stream that nobody reads does not end the run. Programs started from here have SIGPIPE
+// at its default. Call before the area is created.
 void watch_for_run_end();
 
 // Whether a signal has asked for the end. Heeds what arrived since FLTK last looked for events.

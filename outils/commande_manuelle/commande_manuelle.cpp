@@ -12,8 +12,8 @@
 #include "outils/hand_panel/hand_panel.h"
 
 int main(int argc, char** argv) {
-  IOsharemem_client area(automemlink(argc, argv));
   watch_for_run_end();
+  IOsharemem_client area(automemlink(argc, argv));
   const list_String sensors = area.input_names();
   const list_String actuators = area.output_names();
   const std::vector<String> names(actuators.begin(), actuators.end());

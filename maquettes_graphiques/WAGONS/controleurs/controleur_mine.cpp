@@ -4,11 +4,12 @@
 // sees what those before it have just become, so A and B never take the unloading station together.
 
 #include <array>
-#include <string>
+#include <utility>
 
 #include "bibliocpp/IOshare.h"
 #include "bibliocpp/automemlink.h"
 #include "bibliocpp/grafcet.h"
+#include "bibliocpp/signal_handles.h"
 #include "maquettes_graphiques/WAGONS/controleurs/positioner.h"
 
 namespace {
@@ -32,16 +33,26 @@ enum class shuttle_step {
 enum class carrier_step { idle, to_station, at_station, leaving, emptying };
 
 struct shuttle_io {
-  const char *at_hopper, *at_waiting_place, *empty, *full, *fill, *tip;
-  direction towards_station;
+  input_signal at_hopper, at_waiting_place, empty, full;
+  output_signal to_right, to_left, fill, tip;
 };
-constexpr shuttle_io io_A{"pcA", "pedA", "wAvide", "wAplein", "REMPLIR_A", "VIDER_A", right};
-constexpr shuttle_io io_B{"pcB", "pedB", "wBvide", "wBplein", "REMPLIR_B", "VIDER_B", left};
+
+struct mine_io {
+  IOsharemem_client& area;
+  input_signal start{area, "dc"}, stop{area, "ac"}, emergency{area, "atu"}, init{area, "init"};
+  input_signal station_occupied{area, "pdAB"};
+  shuttle_io A{{area, "pcA"},      {area, "pedA"},     {area, "wAvide"},    {area, "wAplein"},
+               {area, "A_DROITE"}, {area, "A_GAUCHE"}, {area, "REMPLIR_A"}, {area, "VIDER_A"}};
+  shuttle_io B{{area, "pcB"},      {area, "pedB"},     {area, "wBvide"},    {area, "wBplein"},
+               {area, "B_DROITE"}, {area, "B_GAUCHE"}, {area, "REMPLIR_B"}, {area, "VIDER_B"}};
+  input_signal C_at_station{area, "pcC"}, C_at_unloading{area, "pdC"}, C_empty{area, "wCvide"};
+  output_signal C_to_right{area, "C_DROITE"}, C_to_left{area, "C_GAUCHE"}, C_tip{area, "VIDER_C"};
+};
 
 struct shuttle {
-  const shuttle_io& io;
+  direction towards_station;
   grafcet<shuttle_step> chart{shuttle_step::idle};
-  positioner drive{opposite(io.towards_station)};
+  positioner drive{opposite(towards_station)};
   bool at_hopper = false, at_waiting_place = false, empty = false, full = false;
 
   bool in(shuttle_step s) const { return chart.in(s); }
@@ -65,7 +76,7 @@ struct carrier {
 
 struct controller {
   grafcet<mode> chart{mode::at_rest};
-  shuttle A{io_A}, B{io_B};
+  shuttle A{right}, B{left};
   carrier C;
   bool start = false, stop = false, emergency = false, init = false, station_occupied = false;
 
@@ -151,7 +162,7 @@ void evolve(Wagon& w, const Transitions& transitions, const Situation& situation
 }
 
 void drive(shuttle& s, bool station_occupied) {
-  const direction to_station = s.io.towards_station;
+  const direction to_station = s.towards_station;
   s.drive.observe(s.at_hopper);
   switch (s.chart.step()) {
     case st::to_hopper:
@@ -190,57 +201,56 @@ void evolve(controller& c) {
   drive(c.C);
 }
 
-void read_inputs(IOsharemem_client& area, controller& c) {
-  const auto is_set = [&area](const char* name) { return area.input_is_set(name) != 0; };
-  for (shuttle* const s : {&c.A, &c.B}) {
-    s->at_hopper = is_set(s->io.at_hopper);
-    s->at_waiting_place = is_set(s->io.at_waiting_place);
-    s->empty = is_set(s->io.empty);
-    s->full = is_set(s->io.full);
+void read_inputs(const mine_io& io, controller& c) {
+  for (auto [wagon, its] : {std::pair{&c.A, &io.A}, std::pair{&c.B, &io.B}}) {
+    wagon->at_hopper = its->at_hopper;
+    wagon->at_waiting_place = its->at_waiting_place;
+    wagon->empty = its->empty;
+    wagon->full = its->full;
   }
-  c.C.at_station = is_set("pcC");
-  c.C.at_unloading = is_set("pdC");
-  c.C.empty = is_set("wCvide");
-  c.station_occupied = is_set("pdAB");
-  c.start = is_set("dc");
-  c.stop = is_set("ac");
-  c.emergency = is_set("atu");
-  c.init = is_set("init");
+  c.C.at_station = io.C_at_station;
+  c.C.at_unloading = io.C_at_unloading;
+  c.C.empty = io.C_empty;
+  c.station_occupied = io.station_occupied;
+  c.start = io.start;
+  c.stop = io.stop;
+  c.emergency = io.emergency;
+  c.init = io.init;
 }
 
 struct action {
-  const char* output;
+  output_signal output;
   bool active;
 };
 
 // The action that a chart's step asks for is given only where it can do no harm.
-std::array<action, 11> actions(const controller& c) {
+std::array<action, 11> actions(const mine_io& io, const controller& c) {
   const auto fills = [](const shuttle& s) { return s.in(st::filling) && s.at_hopper; };
   const auto tips = [&c](const shuttle& s, const shuttle& other) {
     return s.in(st::emptying) && c.station_occupied && other.is_elsewhere() && c.C.ready_to_receive();
   };
   const auto moves = [](const auto& wagon, direction d) { return wagon.drive.motion() == d; };
   return {{
-      {"A_DROITE", moves(c.A, right)},
-      {"A_GAUCHE", moves(c.A, left)},
-      {"B_DROITE", moves(c.B, right)},
-      {"B_GAUCHE", moves(c.B, left)},
-      {"C_DROITE", moves(c.C, right)},
-      {"C_GAUCHE", moves(c.C, left)},
-      {io_A.fill, fills(c.A)},
-      {io_B.fill, fills(c.B)},
-      {io_A.tip, tips(c.A, c.B)},
-      {io_B.tip, tips(c.B, c.A)},
-      {"VIDER_C", c.C.in(ct::emptying) && c.C.at_unloading},
+      {io.A.to_right, moves(c.A, right)},
+      {io.A.to_left, moves(c.A, left)},
+      {io.B.to_right, moves(c.B, right)},
+      {io.B.to_left, moves(c.B, left)},
+      {io.C_to_right, moves(c.C, right)},
+      {io.C_to_left, moves(c.C, left)},
+      {io.A.fill, fills(c.A)},
+      {io.B.fill, fills(c.B)},
+      {io.A.tip, tips(c.A, c.B)},
+      {io.B.tip, tips(c.B, c.A)},
+      {io.C_tip, c.C.in(ct::emptying) && c.C.at_unloading},
   }};
 }
 
 // The plant may look at any moment: everything that ends is dropped before anything begins, so that it
 // never sees a wagon set off while it is still being filled.
-void write_outputs(IOsharemem_client& area, const std::array<action, 11>& wanted) {
+void write_outputs(IOsharemem_client& area, std::array<action, 11> wanted) {
   for (const bool level : {false, true})
-    for (const action& a : wanted)
-      if (a.active == level) area.setreset_output(a.output, level);
+    for (action& a : wanted)
+      if (a.active == level) a.output = level;
   area.outputs_refresh();
 }
 
@@ -248,11 +258,12 @@ void write_outputs(IOsharemem_client& area, const std::array<action, 11>& wanted
 
 int main(int argc, char** argv) {
   IOsharemem_client area(automemlink(argc, argv));
+  const mine_io io{area};
   controller c;
   for (int news = 0; (news = area.receive()) >= 0;)
     if (news == 1) {
-      read_inputs(area, c);
+      read_inputs(io, c);
       evolve(c);
-      write_outputs(area, actions(c));
+      write_outputs(area, actions(io, c));
     }
 }
