@@ -92,6 +92,9 @@ class a_mine {
 TEST(cycle, each_output_moves_its_wagon_at_the_speed_of_its_roller) {
   a_mine mine;
   const mine_class& p = mine.panel;
+  const mine_scene& scene = mine.scene;
+  EXPECT_EQ(std::tuple(scene.wA.my_xpos(), scene.wB.my_xpos(), scene.wC.my_xpos()),
+            std::tuple(200, 500, 400));
   const auto ten_cycles = [&](const wagon& w, int output) {
     mine.area.output(output, 1);
     mine.cycle();
