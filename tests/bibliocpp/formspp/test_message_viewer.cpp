@@ -47,8 +47,8 @@ struct reader : script {
   }
   reader& confirms(const string& message) {
     in_a_window().then([=] { EXPECT_EQ(Fl::modal()->child(0)->label(), message); });
-    then([] { hands::key("Return"); });
-    return when([] { return Fl::modal()->w() == 820 && is_painted(Fl::modal()); });
+    then([] { hands::key("Return"); }).in_a_window();
+    return *this;
   }
 };
 
