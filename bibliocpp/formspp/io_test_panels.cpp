@@ -107,6 +107,7 @@ void OFD_simulator_input::release(int* values) {
   }
 }
 
+// NOLINTNEXTLINE(readability-non-const-parameter): callers know it with values that are not const
 void OFD_simulator_input::eval(int* quit, int* values) {
   Fl::check();
   const Fl_Widget* const used = Fl::readqueue();

@@ -42,7 +42,7 @@ class script {
       if (modal == before || !is_painted(modal)) return false;
       if (std::exchange(focused, modal) != modal) return hands::focus(fl_xid(modal)), false;
       // Keys that come together with the keyboard would be lost.
-      if (Fl::focus() == nullptr || Fl::focus()->window() != modal) return false;
+      if (Fl::focus() == nullptr || !modal->contains(Fl::focus())) return false;
       focused = nullptr;
       return before = modal, true;
     });

@@ -34,21 +34,20 @@ Fl_Browser& browser() { return dynamic_cast<Fl_Browser&>(*Fl::modal()->child(1))
 // The operator at the viewer.
 struct reader : script {
   reader() { in_a_window(); }
+  reader& when(std::function<bool()> is_so) { return script::when(std::move(is_so)), *this; }
+  reader& then(const std::function<void()>& action) { return script::then(action), *this; }
   reader& press(const spot& at) {
-    then([=] { click_in_box(at.x, at.y); });
-    return *this;
+    return then([=] { click_in_box(at.x, at.y); });
   }
   reader& sees_page(const string& position) {
-    when([=] { return labels_from(80, 20).starts_with("page " + position + "    |"); });
-    return *this;
+    return when([=] { return labels_from(80, 20).starts_with("page " + position + "    |"); });
   }
   reader& asks_for_page(const string& number) {
-    press(page_input).then([=] { hands::key("Control+a"), hands::type(number); });
-    return press(go);
+    return press(page_input).then([=] { hands::key("Control+a"), hands::type(number); }).press(go);
   }
   reader& confirms(const string& message) {
-    in_a_window().then([=] { EXPECT_EQ(Fl::modal()->child(0)->label(), message), hands::key("Return"); });
-    in_a_window();
+    in_a_window().then([=] { EXPECT_EQ(Fl::modal()->child(0)->label(), message); });
+    then([] { hands::key("Return"); }).in_a_window();
     return *this;
   }
 };
