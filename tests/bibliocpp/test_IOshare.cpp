@@ -20,8 +20,8 @@ namespace {
 bool no_segment_left = false;
 }
 // The system's own, until there are no segments left.
-extern "C" int shmget(key_t key, size_t size, int flags) noexcept {
-  return no_segment_left ? -1 : static_cast<int>(syscall(SYS_shmget, key, size, flags));
+extern "C" int shmget(key_t key, size_t size, int shmflg) noexcept {
+  return no_segment_left ? -1 : static_cast<int>(syscall(SYS_shmget, key, size, shmflg));
 }
 
 namespace {
