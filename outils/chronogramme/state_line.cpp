@@ -1,0 +1,59 @@
+#include "outils/chronogramme/state_line.h"
+
+#include <array>
+#include <cmath>
+
+#include "bibliocpp/language.h"
+
+namespace {
+
+const char* word_for(plant_state state) {
+  switch (state) {
+    case plant_state::suspended:
+      return in_language("suspendue", "suspended");
+    case plant_state::over:
+      return in_language("terminée", "over");
+    case plant_state::killed:
+      return in_language("tuée", "killed");
+    default:
+      return in_language("en marche", "running");
+  }
+}
+
+std::string with_tenth(std::int64_t tenths) {
+  return std::to_string(tenths / 10) + in_language(",", ".") + std::to_string(tenths % 10);
+}
+
+std::string ms_text(std::int64_t us) { return with_tenth((us + 50) / 100) + " ms"; }
+
+constexpr const char* apart = "   ·   ";
+
+}  // namespace
+
+std::string plant_line(const std::string& plant, const plant_figures& figures, std::int64_t missed) {
+  const std::string answered = std::to_string(figures.answers) + " / " + std::to_string(figures.batches);
+  std::string line = plant + apart + word_for(figures.state) + apart +
+                     with_tenth(std::llround(figures.cycles_a_second * 10)) + " cycles/s" + apart +
+                     in_language("réponses ", "answers ") + answered;
+  if (figures.median_us >= 0)
+    line += in_language(" : médiane ", ": median ") + ms_text(figures.median_us) +
+            in_language(", au plus ", ", longest ") + ms_text(figures.longest_us);
+  if (missed > 0) line += apart + std::to_string(missed) + in_language(" lots manqués", " batches missed");
+  return line;
+}
+
+std::string file_line(const std::string& file, const signal_record& record) {
+  return file + apart + std::to_string(record.signals().size()) + in_language(" signaux", " signals") +
+         apart + std::to_string(record.size()) + in_language(" changements", " changes") + apart +
+         time_text(record.end_us(), 1);
+}
+
+std::string cursor_line(const chart_view& view) {
+  constexpr int decimals = 3;
+  std::string line;
+  for (const auto& [name, cursor] : {std::pair("A ", view.cursors[0]), std::pair("B ", view.cursors[1])})
+    if (cursor) line += (line.empty() ? "" : "   ") + (name + time_text(*cursor, decimals));
+  if (view.cursors[0] && view.cursors[1])
+    line += "   A → B " + interval_text(*view.cursors[1] - *view.cursors[0]);
+  return line;
+}
