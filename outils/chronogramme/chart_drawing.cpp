@@ -103,8 +103,9 @@ void draw_line(const signal_record& record, const chart_layout& at, const chart_
   const auto x_of = [&](int column) { return at.lines_x() + column; };
   const auto is_level = [](const trace_piece& piece) { return piece.kind == trace_piece::level; };
 
-  for (const trace_piece& piece : pieces)  // colour by colour: it is changing colours that takes time
-    if (is_level(piece) && (numeric || piece.value != 0))
+  // Colour by colour: it is changing colours that takes time. An edge hides a fill of one pixel.
+  for (const trace_piece& piece : pieces)
+    if (is_level(piece) && (numeric || piece.value != 0) && piece.to - piece.from > 1)
       fl_rectf(x_of(piece.from), top, piece.to - piece.from, height, colour.fill);
   fl_color(faint);
   for (const trace_piece& piece : pieces)
@@ -115,9 +116,11 @@ void draw_line(const signal_record& record, const chart_layout& at, const chart_
     const int x = x_of(piece->from), w = piece->to - piece->from;
     if (piece->kind == trace_piece::busy) fl_rectf(x, top, w, height);
     if (!is_level(*piece)) continue;
+    const bool edge = piece != pieces.begin() && is_level(*(piece - 1));
+    if (edge) fl_rectf(x, top, 1, height);
+    if (edge && w == 1) continue;
     if (numeric || piece->value == 0) fl_rectf(x, low, w, 1);
     if (numeric || piece->value != 0) fl_rectf(x, top, w, numeric ? 1 : 2);
-    if (piece != pieces.begin() && is_level(*(piece - 1))) fl_rectf(x, top, 1, height);
   }
   if (!numeric) return;
   fl_color(ink);

@@ -5,16 +5,18 @@
 
 namespace {
 
-// The next columns lie near, as a rule: steps of growing length find them sooner than halving all there is.
+// The next column lies near, as a rule; where changes are dense, it is sought in growing steps.
 template <typename Iterator>
 Iterator first_from(Iterator begin, Iterator end, std::int64_t time_us) {
+  constexpr int near = 8;
+  for (int n = 0; n < near; ++n, ++begin)
+    if (begin == end || begin->time_us >= time_us) return begin;
   std::ptrdiff_t step = 1;
-  Iterator low = begin;
-  while (step < end - low && low[step].time_us < time_us) {
-    low += step;
+  while (step < end - begin && begin[step].time_us < time_us) {
+    begin += step;
     step *= 2;
   }
-  return std::lower_bound(low, step < end - low ? low + step : end, time_us,
+  return std::lower_bound(begin, step < end - begin ? begin + step : end, time_us,
                           [](const signal_change& change, std::int64_t t) { return change.time_us < t; });
 }
 
@@ -45,11 +47,19 @@ std::vector<trace_piece> trace(const signal_record& record, std::size_t signal, 
   const bool known = next != changes.begin();
   int column = next == changes.end() ? end : std::clamp(columns.at(next->time_us), 0, std::max(end, 0));
   append(known ? trace_piece::level : trace_piece::unknown, 0, column, known ? std::prev(next)->value : 0);
+  std::int64_t column_end_us = columns.begin_us(column + 1);
   while (column < end) {
-    const auto after = first_from(next, changes.end(), columns.begin_us(column + 1));
+    const auto after = first_from(next, changes.end(), column_end_us);
     const bool once = after - next == 1;
     const std::int32_t value = std::prev(after)->value;
-    const int until = after == changes.end() ? end : std::min(columns.at(after->time_us), end);
+    column_end_us = columns.begin_us(column + 2);
+    int until = end;
+    if (after != changes.end() && after->time_us < column_end_us) {  // the next column, without a division
+      until = std::min(column + 1, end);
+    } else if (after != changes.end()) {
+      until = std::min(columns.at(after->time_us), end);
+      column_end_us = columns.begin_us(until + 1);
+    }
     append(once ? trace_piece::level : trace_piece::busy, column, once ? until : column + 1, value);
     if (!once) append(trace_piece::level, column + 1, until, value);
     next = after;

@@ -70,8 +70,8 @@ std::int64_t left_edge_us(const chart_view& view, const signal_record& record) {
 
 void zoom(chart_view& view, const signal_record& record, double factor, std::int64_t about_us) {
   const std::int64_t right = right_edge_us(view, record), before = view.span_us;
-  view.span_us = std::clamp<std::int64_t>(std::llround(static_cast<double>(before) * factor), chart_view::least_span_us,
-                            chart_view::most_span_us);
+  view.span_us = std::clamp<std::int64_t>(std::llround(static_cast<double>(before) * factor),
+                                          chart_view::least_span_us, chart_view::most_span_us);
   const double ratio = static_cast<double>(view.span_us) / static_cast<double>(before);
   const std::int64_t wanted = about_us + std::llround(static_cast<double>(right - about_us) * ratio);
   view.right_us = within(record, wanted, view.span_us);
@@ -119,8 +119,9 @@ std::string time_text(std::int64_t time_us, int decimals) {
   std::string result = text.data();
   if (decimals > 0) {
     const std::string digits = std::to_string(units % in_second);
-    result +=
-        in_language(",", ".") + std::string(static_cast<std::size_t>(decimals) - digits.size(), '0') + digits;
+    result.append(in_language(",", "."))
+        .append(static_cast<std::size_t>(decimals) - digits.size(), '0')
+        .append(digits);
   }
   return result;
 }

@@ -4,6 +4,7 @@
 #include <FL/Fl_File_Chooser.H>
 #include <FL/fl_ask.H>
 
+#include <algorithm>
 #include <exception>
 #include <filesystem>
 #include <utility>
@@ -16,11 +17,11 @@
 namespace {
 
 constexpr double refresh_s = 0.05;
-constexpr int bar_height = 34, gap = 4, button_height = 26;
+constexpr int bar_height = 34, gap = 4, button_height = 26, least_width = 680, least_height = 240;
 
 // The name that the operator gives; empty when he gives up.
 std::string ask_for_file(const std::string& proposed) {
-  const std::string ending = "*" + std::filesystem::path(proposed).extension().string();
+  const std::string ending = std::string("*").append(std::filesystem::path(proposed).extension());
   const char* const name =
       fl_file_chooser(in_language("Exporter sous", "Export as"), ending.c_str(), proposed.c_str());
   if (name == nullptr) return "";
@@ -44,20 +45,20 @@ void write_where_asked(const std::string& proposed, Write write) {
 
 }  // namespace
 
-chart_window::chart_window(const std::string& title, const window_place& place, const signal_record& a_record,
+chart_window::chart_window(const window_place& place, const signal_record& a_record,
                            std::string files_are_called, std::function<news()> a_refresh)
-    : Fl_Double_Window(place.w, place.h),
+    : Fl_Double_Window(std::max(place.w, least_width), std::max(place.h, least_height)),
       record(a_record),
       files(std::move(files_are_called)),
       refresh(std::move(a_refresh)),
-      bar(0, 0, place.w, bar_height),
+      bar(0, 0, w(), bar_height),
       follow(gap, gap, 80, button_height, in_language("Suivre", "Follow")),
       filter(150, gap, 130, button_height, in_language("Filtre", "Filter")),
       only_changing(290, gap, 180, button_height, in_language("Ce qui change", "Only what changes")),
       exports(480, gap, 100, button_height, in_language("Exporter", "Export")),
       space(580, gap, 10, button_height),
-      quit(place.w - 80 - gap, gap, 80, button_height, in_language("Quitter", "Quit")),
-      canvas(0, bar_height, place.w, place.h - bar_height, a_record) {
+      quit(w() - 80 - gap, gap, 80, button_height, in_language("Quitter", "Quit")),
+      canvas(0, bar_height, w(), h() - bar_height, a_record) {
   bar.add(follow);
   bar.add(filter);
   bar.add(only_changing);
@@ -68,18 +69,17 @@ chart_window::chart_window(const std::string& title, const window_place& place, 
   add(bar);
   add(canvas);
   resizable(canvas);
-  size_range(680, 240);
+  size_range(least_width, least_height);
   if (place.has_position) position(place.x, place.y);
-  copy_label(title.c_str());
 
   follow.value(1);
   follow.callback(call<&chart_window::choose_follow>, this);
   filter.when(FL_WHEN_CHANGED);
   filter.callback(call<&chart_window::choose_signals>, this);
   only_changing.callback(call<&chart_window::choose_signals>, this);
-  exports.add("PNG...", 0, call<&chart_window::export_png>, this);
-  exports.add("VCD...", 0, call<&chart_window::export_vcd>, this);
-  exports.add("CSV...", 0, call<&chart_window::export_csv>, this);
+  exports.add("PNG...", FL_COMMAND + 'p', call<&chart_window::export_png>, this);
+  exports.add("VCD...", FL_COMMAND + 's', call<&chart_window::export_vcd>, this);
+  exports.add("CSV...", FL_COMMAND + 'e', call<&chart_window::export_csv>, this);
   quit.callback(call<&chart_window::close>, this);
   callback(call<&chart_window::close>, this);
   canvas.when_operated = [this] { show_operation(); };
@@ -100,6 +100,7 @@ void chart_window::look_again() {
   const news now = refresh();
   const bool changed = now.changed || now.state != canvas.state;
   canvas.state = now.state;
+  if (label() == nullptr || label() != now.title) copy_label(now.title.c_str());
   if (visible_r() != 0) canvas.record_grew(changed);
 }
 

@@ -18,13 +18,14 @@
 class chart_window : public Fl_Double_Window {
  public:
   // `files`: how exported files are called, without their endings. `refresh` is called twenty times a
-  // second: it may bring the record up to date, and says whether there was news, and what the state line is.
+  // second: it may bring the record up to date, and says whether there was news, how the window is called
+  // and what the state line is.
   struct news {
     bool changed = false;
-    std::string state;
+    std::string title, state;
   };
-  chart_window(const std::string& title, const window_place& place, const signal_record& record,
-               std::string files, std::function<news()> refresh);
+  chart_window(const window_place& place, const signal_record& record, std::string files,
+               std::function<news()> refresh);
   ~chart_window() override;
 
   int handle(int event) override;

@@ -19,8 +19,6 @@
 
 namespace {
 
-constexpr const char* title = "chronogramme - ";
-
 std::string name_of(pid_t pid) {
   std::string name = "?";
   std::getline(std::ifstream("/proc/" + std::to_string(pid) + "/comm"), name);
@@ -55,17 +53,20 @@ int show_plant(area_view area, const window_place& place) {
   recording recorded(std::move(area));
   const auto refresh = [&]() -> chart_window::news {
     const bool changed = recorded.collect();
-    return {changed, plant_line(plant, recorded.figures(), recorded.record().missed_in_all())};
+    return {changed, title_of(plant, recorded.figures().state),
+            plant_line(plant, recorded.figures(), recorded.record().missed_in_all())};
   };
-  chart_window window(title + plant, place, recorded.record(), name + "-" + number, refresh);
+  chart_window window(place, recorded.record(), name + "-" + number, refresh);
   return show(window);
 }
 
 int show_file(const std::string& file, const window_place& place) {
   const signal_record record = read_vcd(file);
   const std::filesystem::path path(file);
-  const auto refresh = [&]() -> chart_window::news { return {false, file_line(path.filename(), record)}; };
-  chart_window window(title + path.filename().string(), place, record, path.stem(), refresh);
+  const auto refresh = [&]() -> chart_window::news {
+    return {false, title_of(path.filename()), file_line(path.filename(), record)};
+  };
+  chart_window window(place, record, path.stem(), refresh);
   return show(window);
 }
 

@@ -30,6 +30,12 @@ constexpr const char* apart = "   ·   ";
 
 }  // namespace
 
+std::string title_of(const std::string& shown, plant_state state) {
+  std::string title = "chronogramme - " + shown;
+  if (state != plant_state::running) title.append(" - ").append(word_for(state));
+  return title;
+}
+
 std::string plant_line(const std::string& plant, const plant_figures& figures, std::int64_t missed) {
   const std::string answered = std::to_string(figures.answers) + " / " + std::to_string(figures.batches);
   std::string line = plant + apart + word_for(figures.state) + apart +
@@ -51,9 +57,9 @@ std::string file_line(const std::string& file, const signal_record& record) {
 std::string cursor_line(const chart_view& view) {
   constexpr int decimals = 3;
   std::string line;
-  for (const auto& [name, cursor] : {std::pair("A ", view.cursors[0]), std::pair("B ", view.cursors[1])})
-    if (cursor) line += (line.empty() ? "" : "   ") + (name + time_text(*cursor, decimals));
-  if (view.cursors[0] && view.cursors[1])
-    line += "   A → B " + interval_text(*view.cursors[1] - *view.cursors[0]);
+  const auto& [a, b] = view.cursors;
+  if (a) line.append("A ").append(time_text(*a, decimals)).append("   ");
+  if (b) line.append("B ").append(time_text(*b, decimals)).append("   ");
+  if (a && b) line.append("A → B ").append(interval_text(*b - *a));
   return line;
 }
