@@ -107,10 +107,6 @@ void draw_line(const signal_record& record, const chart_layout& at, const chart_
   for (const trace_piece& piece : pieces)
     if (is_level(piece) && (numeric || piece.value != 0) && piece.to - piece.from > 1)
       fl_rectf(x_of(piece.from), top, piece.to - piece.from, height, colour.fill);
-  fl_color(faint);
-  for (const trace_piece& piece : pieces)
-    if (piece.kind == trace_piece::unknown)
-      fl_xyline(x_of(piece.from), y + at.row_height / 2, x_of(piece.to) - 1);
   fl_color(colour.line);
   for (auto piece = pieces.begin(); piece != pieces.end(); ++piece) {
     const int x = x_of(piece->from), w = piece->to - piece->from;

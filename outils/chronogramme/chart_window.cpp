@@ -19,6 +19,15 @@ namespace {
 constexpr double refresh_s = 0.05;
 constexpr int bar_height = 34, gap = 4, button_height = 26, least_width = 680, least_height = 240;
 
+void speak_french() {
+  Fl_File_Chooser::filename_label = "Fichier :";
+  Fl_File_Chooser::show_label = "Afficher :";
+  Fl_File_Chooser::hidden_label = "Fichiers cachés";
+  Fl_File_Chooser::preview_label = "Aperçu";
+  Fl_File_Chooser::favorites_label = "Favoris";
+  fl_cancel = "Annuler";
+}
+
 // The name that the operator gives; empty when he gives up.
 std::string ask_for_file(const std::string& proposed) {
   const std::string ending = std::string("*").append(std::filesystem::path(proposed).extension());
@@ -83,6 +92,7 @@ chart_window::chart_window(const window_place& place, const signal_record& a_rec
   quit.callback(call<&chart_window::close>, this);
   callback(call<&chart_window::close>, this);
   canvas.when_operated = [this] { show_operation(); };
+  if (in_french()) speak_french();
   look_again();
   Fl::add_timeout(refresh_s, tick, this);
 }
