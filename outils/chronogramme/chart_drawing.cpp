@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int least_row = 14, most_row = 26, text_size = 12, margin = 6;
+constexpr int least_row = 15, most_row = 26, text_size = 12, margin = 6;
 
 // Tell inputs from outputs, and marks from both, with any kind of colour vision (palette of Okabe and Ito).
 struct shades {
@@ -76,7 +76,6 @@ void draw_missed(const signal_record& record, const chart_layout& at) {
   const std::int64_t left = at.columns.left_us, end = left + at.columns.span_us;
   auto gap = std::lower_bound(gaps.begin(), gaps.end(), left,
                               [](const auto& g, std::int64_t t) { return g.time_us < t; });
-  int free_from = at.lines_x();
   while (gap != gaps.end() && gap->time_us < end) {
     const int x = at.x_of(gap->time_us);
     std::int64_t count = 0;
@@ -86,11 +85,12 @@ void draw_missed(const signal_record& record, const chart_layout& at) {
     fl_yxline(x, at.rows_y(), at.y + at.h - 1);
     fl_line_style(0);
     fl_polygon(x - 4, at.rows_y() - 9, x + 4, at.rows_y() - 9, x, at.rows_y() - 1);
-    if (x < free_from) continue;
-    const std::string text = std::to_string(count) + in_language(" manqués", " missed");
+    const std::string text =
+        std::to_string(count) + in_language(count > 1 ? " manqués" : " manqué", " missed");
+    const int text_end = x + 12 + static_cast<int>(fl_width(text.c_str()));
+    if (gap != gaps.end() && at.x_of(gap->time_us) < text_end) continue;
     fl_color(ink);
     fl_draw(text.c_str(), x + 7, at.rows_y() - 4);
-    free_from = x + 12 + static_cast<int>(fl_width(text.c_str()));
   }
 }
 
@@ -145,7 +145,8 @@ void draw_name(const signal_record& record, const chart_layout& at, const chart_
   const int room = at.names_width - 3 * margin - static_cast<int>(fl_width(value.c_str()));
   fl_font(FL_HELVETICA, text_size);
   fl_color(ink);
-  write(record.signals()[*row.signal].name, at.x + 2 * margin, y, room - margin, at.row_height,
+  // Higher than the row: a "_" reaches below a low one.
+  write(record.signals()[*row.signal].name, at.x + 2 * margin, y - 2, room - margin, at.row_height + 4,
         FL_ALIGN_LEFT | FL_ALIGN_CLIP);
 }
 

@@ -26,7 +26,7 @@ std::string with_tenth(std::int64_t tenths) {
 
 std::string ms_text(std::int64_t us) { return with_tenth((us + 50) / 100) + " ms"; }
 
-constexpr const char* apart = "   ·   ";
+constexpr const char* apart = "  ·  ";
 
 }  // namespace
 
@@ -39,12 +39,13 @@ std::string title_of(const std::string& shown, plant_state state) {
 std::string plant_line(const std::string& plant, const plant_figures& figures, std::int64_t missed) {
   const std::string answered = std::to_string(figures.answers) + " / " + std::to_string(figures.batches);
   std::string line = plant + apart + word_for(figures.state) + apart +
-                     with_tenth(std::llround(figures.cycles_a_second * 10)) + " cycles/s" + apart +
-                     in_language("réponses ", "answers ") + answered;
+                     with_tenth(std::llround(figures.cycles_a_second * 10)) + " cycles/s";
+  if (missed > 0)
+    line += apart + std::to_string(missed) + in_language(" lot(s) manqué(s)", " batch(es) missed");
+  line += apart + std::string(in_language("réponses ", "answers ")) + answered;
   if (figures.median_us >= 0)
     line += in_language(" : médiane ", ": median ") + ms_text(figures.median_us) +
             in_language(", au plus ", ", longest ") + ms_text(figures.longest_us);
-  if (missed > 0) line += apart + std::to_string(missed) + in_language(" lots manqués", " batches missed");
   return line;
 }
 

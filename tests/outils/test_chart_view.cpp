@@ -75,10 +75,9 @@ TEST(chart_view, writes_times_and_figures) {
   chart_view view;
   view.cursors = {2 * second, 1'249'600};
   EXPECT_EQ(cursor_line(view), "A 0:02.000   B 0:01.250   A → B -0.750 s");
-  EXPECT_EQ(
-      plant_line("wagons (7)", {plant_state::suspended, 98.25, 1200, 1190, 10'249, 21'050}, 3),
-      "wagons (7)   ·   suspended   ·   98.3 cycles/s   ·   answers 1190 / 1200: median 10.2 ms, longest "
-      "21.1 ms   ·   3 batches missed");
+  EXPECT_EQ(plant_line("wagons (7)", {plant_state::suspended, 98.25, 1200, 1190, 10'249, 21'050}, 3),
+            "wagons (7)  ·  suspended  ·  98.3 cycles/s  ·  3 batch(es) missed  ·  answers 1190 / 1200: "
+            "median 10.2 ms, longest 21.1 ms");
 }
 
 // Against the definition, column by column.
