@@ -17,7 +17,7 @@
 namespace {
 
 constexpr double refresh_s = 0.05;
-constexpr int bar_height = 34, gap = 4, button_height = 26, least_width = 680, least_height = 240;
+constexpr int bar_height = 34, gap = 4, button_height = 26, least_width = 680, least_height = 160;
 
 void speak_french() {
   Fl_File_Chooser::filename_label = "Fichier :";
