@@ -1,5 +1,5 @@
-// One frame of the chart: 43 signals, 10 minutes on a screen of 1000 pixels, with a growing number of changes.
-// Once as commands to the display, and once waiting until the display has carried them out.
+// One frame of the chart: 43 signals, 10 minutes on 1000 columns, with a growing number of changes. Once as
+// commands to the display, and once waiting until the display has carried them out.
 
 #include <FL/Fl.H>
 #include <FL/Fl_Double_Window.H>
@@ -56,7 +56,8 @@ void frame(benchmark::State& state) {
 void traces(benchmark::State& state) {
   const signal_record record = record_of(state.range(0));
   for (auto _ : state)
-    for (std::size_t s = 0; s < signals; ++s) benchmark::DoNotOptimize(trace(record, s, {0, ten_minutes_us, 1000}));
+    for (std::size_t s = 0; s < signals; ++s)
+      benchmark::DoNotOptimize(trace(record, s, {0, ten_minutes_us, 1000}));
 }
 
 void lengths(benchmark::internal::Benchmark* bench) {

@@ -36,7 +36,7 @@ struct chart_layout {
 chart_layout layout_of(const signal_record& record, const chart_view& view, int x, int y, int w, int h,
                        int scrolled);
 
-void draw_chart(const signal_record& record, const chart_view& view, const chart_layout& layout);
+void draw_chart(const signal_record& record, const chart_view& view, const chart_layout& at);
 
 // A line of text below: what is going on on the left, the cursors on the right.
 void draw_state(const std::string& state, const std::string& cursors, int x, int y, int w, int h);

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <charconv>
-#include <regex>
+#include <cstdio>
 #include <stdexcept>
 
 #include "bibliocpp/language.h"
@@ -46,15 +46,13 @@ int number(const std::string& text) {
 }
 
 window_place place_of(const std::string& text) {
-  static const std::regex form("([0-9]{1,5})x([0-9]{1,5})(?:\\+([0-9]{1,5})\\+([0-9]{1,5}))?");
-  std::smatch parts;
-  if (!std::regex_match(text, parts, form))
+  window_place place;
+  int size_end = 0, end = 0;
+  const int fields = std::sscanf(text.c_str(), "%5dx%5d%n+%5d+%5d%n", &place.w, &place.h, &size_end, &place.x,
+                                 &place.y, &end);
+  place.has_position = fields == 4;
+  if (fields < 2 || text.size() != static_cast<std::size_t>(place.has_position ? end : size_end))
     refuse("la géométrie s'écrit LxH+X+Y, pas ", "a geometry reads WxH+X+Y, not ", text);
-  window_place place{.w = number(parts[1]), .h = number(parts[2]), .has_position = parts[3].matched};
-  if (place.has_position) {
-    place.x = number(parts[3]);
-    place.y = number(parts[4]);
-  }
   return place;
 }
 

@@ -83,7 +83,7 @@ TEST(chart_view, writes_times_and_figures) {
 // Against the definition, column by column.
 TEST(chart_trace, says_of_each_column_what_the_signal_does_there) {
   std::mt19937 dice(7);
-  const auto throw_below = [&](int limit) { return static_cast<std::int64_t>(dice() % limit); };
+  const auto throw_below = [&](unsigned limit) { return static_cast<std::int64_t>(dice() % limit); };
   for (int round = 0; round < 300; ++round) {
     signal_record record({{"s", false}});
     std::int64_t time = throw_below(500);
