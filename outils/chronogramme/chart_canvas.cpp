@@ -126,7 +126,9 @@ void chart_canvas::drag() {
   operated();
 }
 
+// The toolkit drops motion that the button's release overtakes: the way to here is dragged now.
 void chart_canvas::let_go() {
+  drag();
   const bool click = !held->moved && !held->name;
   held.reset();
   if (!click) return;

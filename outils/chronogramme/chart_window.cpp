@@ -82,6 +82,7 @@ chart_window::chart_window(const window_place& place, const signal_record& a_rec
   if (place.has_position) position(place.x, place.y);
 
   follow.value(1);
+  follow.when(FL_WHEN_CHANGED);  // so that the light and the chart change together
   follow.callback(call<&chart_window::choose_follow>, this);
   filter.when(FL_WHEN_CHANGED);
   filter.callback(call<&chart_window::choose_signals>, this);
