@@ -65,13 +65,14 @@ picture read_png(const std::string& file) {
   png_image image{};
   image.version = PNG_IMAGE_VERSION;
   png_image_begin_read_from_file(&image, file.c_str());
-  image.format = PNG_FORMAT_BGRA;
-  picture result(static_cast<int>(image.width), static_cast<int>(image.height));
-  std::vector<std::uint32_t> pixels(image.width * image.height);
-  png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr);
-  for (int n = 0; n < result.width() * result.height(); ++n)
-    result.put(n % result.width(), n / result.width(), pixels[static_cast<std::size_t>(n)] & 0xffffff);
-  return result;
+  image.format = PNG_FORMAT_RGB;
+  const int w = static_cast<int>(image.width), h = static_cast<int>(image.height);
+  std::vector<unsigned char> bytes(PNG_IMAGE_SIZE(image));
+  png_image_finish_read(&image, nullptr, bytes.data(), 0, nullptr);
+  return {w, h, [&](int x, int y) {
+            const unsigned char* const pixel = &bytes[static_cast<std::size_t>(3 * (y * w + x))];
+            return rgb{pixel[0], pixel[1], pixel[2]};
+          }};
 }
 
 }  // namespace
