@@ -166,20 +166,20 @@ void hands::move_to(int x, int y) {
   XTestFakeMotionEvent(display, -1, x, y, 0);
 }
 
-void hands::press() {
+void hands::press(int button) {
   const connection display;
-  XTestFakeButtonEvent(display, 1, 1, 0);
+  XTestFakeButtonEvent(display, static_cast<unsigned>(button), 1, 0);
 }
 
-void hands::release() {
+void hands::release(int button) {
   const connection display;
-  XTestFakeButtonEvent(display, 1, 0, 0);
+  XTestFakeButtonEvent(display, static_cast<unsigned>(button), 0, 0);
 }
 
-void hands::click(int x, int y) {
+void hands::click(int x, int y, int button) {
   move_to(x, y);
-  press();
-  release();
+  press(button);
+  release(button);
 }
 
 void hands::key(const std::string& name) {

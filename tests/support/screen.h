@@ -66,9 +66,10 @@ picture picture_of(window_id window);
 namespace hands {
 // Positions are those of the screen.
 void move_to(int x, int y);
-void press();
-void release();
-void click(int x, int y);
+// Buttons count from 1, the left one; 4 and 5 are the wheel, up and down.
+void press(int button = 1);
+void release(int button = 1);
+void click(int x, int y, int button = 1);
 // Keys by their X names: "Return", "Escape", "a", "Control+a".
 void key(const std::string& name);
 void type(const std::string& ascii);
