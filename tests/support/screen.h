@@ -29,7 +29,9 @@ class picture {
   }
   int width() const { return w; }
   int height() const { return h; }
-  const rgb& at(int x, int y) const { return pixels.at(static_cast<std::size_t>(y * w + x)); }
+  const rgb& at(int x, int y) const {
+    return pixels.at(static_cast<std::size_t>(y) * static_cast<std::size_t>(w) + static_cast<std::size_t>(x));
+  }
   // Pixels of that colour in a rectangle, by default in the whole picture.
   int count(const rgb& colour, int x = 0, int y = 0, int width = -1, int height = -1) const;
   // Dark pixels of a rectangle: what black text leaves there, smoothed by its font or not.

@@ -107,12 +107,13 @@ TEST(galerie, runs_by_itself_with_its_model_controller_and_ends_in_good_order) {
 TEST(galerie, the_operator_moves_everything_without_a_controller) {
   process program{{built("galerie")}};
   const program_window window("galerie");
+  // A piece reaches the belt long before it is run, and is to wait there.
   for (const auto& [command, effect] : {std::pair{sortie::OUVRIR_TRAPPE, entree::piece_tapis},
-                                        {sortie::TAPIS, entree::piece_poste},
-                                        {sortie::CHARIOT_GAUCHE, entree::chariot_tremie},
                                         {sortie::REMPLIR, entree::cuve_pleine},
+                                        {sortie::CHARIOT_GAUCHE, entree::chariot_tremie},
                                         {sortie::BS_SORTIR, entree::bs_sorti},
-                                        {sortie::LD_SORTIR, entree::ld_sorti}}) {
+                                        {sortie::LD_SORTIR, entree::ld_sorti},
+                                        {sortie::TAPIS, entree::piece_poste}}) {
     ASSERT_TRUE(wait_until([&, light = effect] { return !lit(window, light); }));
     window.click(switch_of(command));
     EXPECT_TRUE(wait_until([&, light = effect] { return lit(window, light); })) << command;
