@@ -1,0 +1,73 @@
+#include "outils/surveillant/command_line.h"
+
+#include <getopt.h>
+
+#include <array>
+#include <cstdlib>
+#include <iostream>
+#include <string_view>
+
+#include "bibliocpp/automemlink.h"
+#include "bibliocpp/language.h"
+
+namespace {
+
+enum option_code { at_end = 1, help, version };
+
+constexpr std::array<option, 4> options{{{"a-l-arret", required_argument, nullptr, at_end},
+                                         {"help", no_argument, nullptr, help},
+                                         {"version", no_argument, nullptr, version},
+                                         {}}};
+
+const char* usage() {
+  return in_language(
+      "usage : surveillant [--a-l-arret garder|zero] COMMANDE... -automemlink N\n"
+      "Lance un contrôleur et dit ce qui lui arrive. Une maquette ajoute -automemlink N elle-même :\n"
+      "wagons surveillant ./mon_controleur\n",
+      "usage: surveillant [--a-l-arret garder|zero] COMMAND... -automemlink N\n"
+      "Starts a controller and tells what becomes of it. A plant adds -automemlink N itself:\n"
+      "wagons surveillant ./my_controller\n");
+}
+
+[[noreturn]] void refuse() {
+  std::cerr << usage();
+  std::exit(2);
+}
+
+[[noreturn]] void answer(const char* text) {
+  std::cout << text;
+  std::exit(0);
+}
+
+bool is_zero(std::string_view choice) {
+  if (choice != "zero" && choice != "garder") refuse();
+  return choice == "zero";
+}
+
+}  // namespace
+
+command_line read_command_line(int argc, char** argv) {
+  command_line wanted;
+  opterr = 0;
+  // Up to the first word that is no option: what follows is the controller's.
+  const bool started_by_plant = argc >= 3 && argv[argc - 2] == std::string_view("-automemlink");
+  const int own = started_by_plant ? argc - 2 : argc;
+  int code = 0;
+  while ((code = getopt_long(own, argv, "+", options.data(), nullptr)) != -1) {
+    switch (code) {
+      case at_end:
+        wanted.drop_outputs = is_zero(optarg);
+        break;
+      case help:
+        answer(usage());
+      case version:
+        answer("surveillant " VERSION "\n");
+      default:
+        refuse();
+    }
+  }
+  if (optind == own || !started_by_plant) refuse();
+  wanted.ident = automemlink(argc, argv);
+  wanted.command.assign(argv + optind, argv + argc);
+  return wanted;
+}
