@@ -60,12 +60,19 @@ void signal_descendants(int number) {
   for (const pid_t pid : descendants()) kill(pid, number);
 }
 
-void end_descendants(std::chrono::milliseconds patience) {
+bool wait_for_descendants(std::chrono::milliseconds in_time) {
   constexpr std::chrono::milliseconds look_every(5);
-  const auto deadline = std::chrono::steady_clock::now() + patience;
-  if (children_left()) signal_descendants(SIGTERM);
+  const auto deadline = std::chrono::steady_clock::now() + in_time;
   while (children_left()) {
-    if (std::chrono::steady_clock::now() > deadline) signal_descendants(SIGKILL);
+    if (std::chrono::steady_clock::now() > deadline) return false;
     std::this_thread::sleep_for(look_every);
   }
+  return true;
+}
+
+void end_descendants(std::chrono::milliseconds patience) {
+  if (children_left()) signal_descendants(SIGTERM);
+  if (wait_for_descendants(patience)) return;
+  do signal_descendants(SIGKILL);
+  while (!wait_for_descendants(std::chrono::milliseconds(5)));
 }

@@ -15,5 +15,8 @@ std::vector<pid_t> descendants();
 // Sends them the signal; one that has ended meanwhile is passed over.
 void signal_descendants(int number);
 
+// Waits until all have ended by themselves; false when that takes longer.
+bool wait_for_descendants(std::chrono::milliseconds in_time);
+
 // Returns when none is left: SIGTERM first, SIGKILL for those that remain after `patience`.
 void end_descendants(std::chrono::milliseconds patience);
