@@ -31,7 +31,7 @@ constexpr std::array<signal_meaning, 14> meanings{{
     {SIGHUP, "terminal fermé", "its terminal has closed"},
     {SIGILL, "instruction inconnue du processeur", "an instruction the processor does not know"},
     {SIGINT, "interruption au clavier", "interrupted from the keyboard"},
-    {SIGKILL, "arrêt forcé", "killed by force"},
+    {SIGKILL, "arrêt forcé", "by force"},
     {SIGPIPE, "écriture que plus personne ne lit", "writing what nobody reads any more"},
     {SIGQUIT, "abandon au clavier", "quit from the keyboard"},
     {SIGSEGV, "accès mémoire interdit", "forbidden access to memory"},

@@ -28,7 +28,7 @@ void unanswered_batches::look(std::int64_t clock, std::int64_t output_clock, tim
 
 std::optional<unanswered_batches::report> unanswered_batches::due(time now, bool at_once) {
   if (late.batches == 0) return {};
-  const bool complete = !oldest || now - *first_late >= 1s;
+  const bool complete = !oldest || now - *oldest <= 100ms || now - *first_late >= 1s;
   const bool allowed = !last_report || now - *last_report >= 1s;
   if (!at_once && !(complete && allowed)) return {};
   last_report = now;

@@ -11,6 +11,7 @@
 #include <optional>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "outils/child_processes/descendants.h"
 #include "outils/surveillant/messages.h"
@@ -38,9 +39,8 @@ bool has_attached(pid_t pid, int ident) {
 
 // The controller may be a script that has started the one that attaches.
 bool one_has_attached(int ident) {
-  for (const pid_t pid : descendants())
-    if (has_attached(pid, ident)) return true;
-  return false;
+  const std::vector<pid_t> ours = descendants();
+  return std::any_of(ours.begin(), ours.end(), [ident](pid_t pid) { return has_attached(pid, ident); });
 }
 
 // Whether the controller takes part in the exchange.

@@ -12,7 +12,7 @@
 // In the current directory, which is its own. It writes its arguments to "arguments", and then to "pids"
 // who it is, c, who has started it, g, who that one, s, and its child, d: the mine's own controller.
 struct controller_script : a_directory {
-  static constexpr const char* name = "./a 'controller'";
+  const std::string name = "./a 'controller'";
 
   controller_script() {
     std::ofstream(name) << "#!/bin/sh\nprintf '<%s>' \"$@\" >arguments\n"
@@ -21,7 +21,7 @@ struct controller_script : a_directory {
                         << "mv noting pids\nwait\n";
     std::filesystem::permissions(name, std::filesystem::perms::owner_all);
   }
-  static std::map<char, pid_t> pids() {
+  std::map<char, pid_t> pids() const {
     wait_until([] { return std::filesystem::exists("pids"); });
     std::istringstream words(contents("pids"));
     std::map<char, pid_t> found;

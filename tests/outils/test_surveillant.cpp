@@ -68,8 +68,8 @@ TEST(unanswered_batches, count_only_what_the_controller_could_have_answered) {
            {1160, 6, 2, 2, 150},
            {1200, 7, 2, 0, 0},
            {1400, 7, 2, 0, 0},
-           {1410, 7, 3, 0, 0},  // a second has not passed since the last report
-           {2170, 8, 3, 1, 200},
+           {1410, 7, 3, 0, 0},    // a second has not passed since the last report
+           {2170, 8, 3, 1, 200},  // while the next batch waits, but is not late
            {2271, 8, 3, 0, 0},
            {3271, 8, 3, 1, 1101}}) {  // not for ever kept back for an answer
     const unanswered_batches::time now{std::chrono::milliseconds(ms)};
@@ -100,7 +100,7 @@ TEST(surveillant, leaves_nothing_whatever_is_killed_and_in_which_order) {
   for (const std::string order :
        {"h", "s", "g", "p", "psc", "pcs", "spc", "scp", "cps", "csp", "pgc", "gpc", "gcp", "cgp"}) {
     std::filesystem::remove("pids");
-    process plant({built("wagons"), built("surveillant"), "\"" + std::string(script.name) + "\""});
+    process plant({built("wagons"), built("surveillant"), "\"" + script.name + "\""});
     const open_area area(wait_for_area_of(plant.pid()));
     auto pids = script.pids();
     if (order == "h") {
