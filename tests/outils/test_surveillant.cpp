@@ -45,7 +45,11 @@ TEST(surveillant, tells_why_a_controller_has_ended_and_ends_with_its_status) {
 
 TEST(surveillant, tells_of_a_controller_that_takes_no_part_and_ends_it_with_the_plant) {
   running_mine mine;
-  process silent(watched(mine.area.ident(), {built("bad_controller"), "floods_the_outputs"}), {"LC_ALL=en"});
+  const std::string only_watches =
+      "import ctypes, sys, time; c = ctypes.CDLL(None); c.shmat.restype = ctypes.c_void_p\n"
+      "clock = ctypes.c_int64.from_address(c.shmat(int(sys.argv[-1]), None, 0))\n"
+      "while clock.value >= 0: time.sleep(0.01)";
+  process silent(watched(mine.area.ident(), {"python3", "-c", only_watches}), {"LC_ALL=en"});
   process deaf(watched(mine.area.ident(), {"sh", "-c", "trap '' TERM; while :; do sleep 1; done"}));
   EXPECT_TRUE(tells(silent, "the controller is attached, but has announced no outputs for 2 s\n"));
   EXPECT_TRUE(tells(deaf, "depuis 2 s, le contrôleur ne s'est pas attaché à la zone "));
@@ -85,8 +89,7 @@ TEST(surveillant, drops_the_outputs_of_a_dead_controller_when_asked) {
     const running_mine mine;
     for (const int k : {0, 10}) mine.area.output(k, 1);
     mine.area->output_clock = 5;
-    process watch(watched(mine.area.ident(),
-                          {"--a-l-arret", choice, built("bad_controller"), "dies_holding_the_lock"}));
+    process watch(watched(mine.area.ident(), {"--a-l-arret", choice, "sh", "-c", "kill -KILL $$"}));
     EXPECT_EQ(watch.wait(), 128 + SIGKILL);
     EXPECT_EQ(mine.area->output[0] + mine.area->output[10], choice == "zero" ? 0 : 2);
     EXPECT_EQ(mine.area->output_clock, 5) << "announces nothing";
