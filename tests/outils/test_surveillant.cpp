@@ -35,7 +35,7 @@ TEST(surveillant, tells_why_a_controller_has_ended_and_ends_with_its_status) {
   expect({"./no such"}, 127, "contrôleur introuvable : ./no such\n", "fr_FR");
   expect({"./plain"}, 126, "controller not executable: ./plain\n");
   expect({here.name}, 126, "the controller does not start: ./a 'controller': the interpreter ");
-  expect({"sh", "-c", "exit 3"}, 3, "the controller has ended with status 3\n");
+  expect({"sh", "-c", "trap '' TERM; sleep 900 & exit 3"}, 3, "the controller has ended with status 3\n");
   expect({"sh", "-c", "kill -SEGV $$"}, 139, "the controller was killed by SIGSEGV (forbidden ");
   expect_end(watched(2147483647, {"true"}), 2, "surveillant: the area cannot be used: there is no area");
   expect_end(watched(7, {}), 2, "usage: ");
