@@ -94,6 +94,9 @@ TEST(galerie, runs_by_itself_with_its_model_controller_and_ends_in_good_order) {
   ASSERT_TRUE(come({entree::piece_tapis, entree::piece_table, entree::piece_prise}));
   ASSERT_TRUE(wait_until([&] { return area.input(entree::bras_depart) == 0; }));
   program_window("galerie").click(new_piece);  // from the arm
+  ASSERT_TRUE(
+      wait_until([&] { return area.input(entree::piece_tremie) + area.input(entree::piece_chariot) > 0; }));
+  EXPECT_EQ(area.input(entree::piece_chariot), 0) << "it has not gone the usual way";
   ASSERT_TRUE(come({entree::piece_tremie, entree::piece_table, entree::bras_arrivee, entree::piece_chariot,
                     entree::chariot_tremie, entree::piece_tremie, entree::piece_tapis, entree::cuve_pleine,
                     entree::cuve_chaude, entree::cuve_vide}));

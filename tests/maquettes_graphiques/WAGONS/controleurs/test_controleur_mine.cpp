@@ -31,7 +31,7 @@ TEST(controleur_mine, finds_home_from_everywhere_when_it_is_told_to) {
       mine.area.output(move.output, 0);
     }
     // So slow that a first search does not reach home.
-    ASSERT_TRUE(start != at_the_end || mine.turn(0, 2));
+    ASSERT_TRUE(start != at_the_end || mine.turn(0, 1));
     const process controller({built("controleur_mine"), "-automemlink", std::to_string(mine.area.ident())});
     EXPECT_TRUE(mine.area.cycles(20) && mine.at_rest()) << "nothing moves unasked";
     mine.push(buttons::init);
