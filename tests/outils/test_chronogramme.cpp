@@ -70,7 +70,7 @@ picture read_png(const std::string& file) {
   std::vector<unsigned char> bytes(PNG_IMAGE_SIZE(image));
   png_image_finish_read(&image, nullptr, bytes.data(), 0, nullptr);
   return {w, h, [&](int x, int y) {
-            const unsigned char* const pixel = &bytes[static_cast<std::size_t>(3 * (y * w + x))];
+            const unsigned char* const pixel = bytes.data() + std::ptrdiff_t{3} * (y * w + x);
             return rgb{pixel[0], pixel[1], pixel[2]};
           }};
 }
