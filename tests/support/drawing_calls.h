@@ -37,6 +37,6 @@ class drawing_calls : public Fl_Graphics_Driver {
     note("text", std::string(text, static_cast<std::size_t>(size)), x, y);
   }
 
-    Fl_Graphics_Driver* const before = fl_graphics_driver;
-    std::ostringstream notes;
-  };
+  Fl_Graphics_Driver* const before = fl_graphics_driver;
+  std::ostringstream notes;
+};
