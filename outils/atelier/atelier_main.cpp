@@ -63,25 +63,14 @@ class chart_opener {
   explicit chart_opener(const display& a_screen) : screen(a_screen) {}
 
   const std::optional<area_entry>& area() const { return found; }
-  bool done() const { return opened; }
+  bool done() const { return opened && (below_plant || chart < 0); }
 
   void look() {
     if (!found) found = our_area();
-    if (!found || opened) return;
+    if (!found || done()) return;
     const std::optional<Window> window = screen.window_of(found->creator);
     if (!window) return;
-    const rectangle plant = screen.place_of(*window);
-    const layout places = lay_out(screen.usable(), plant.w, plant.h, screen.frame_of(*window));
-    const bool there = plant.x == places.plant_x && plant.y == places.plant_y;
-    // A plant that has just shown its window may place it itself once more. A window manager that places
-    // windows as it likes is left to it.
-    if (!there && ++tries < 50) return screen.move(*window, places.plant_x, places.plant_y);
-    opened = true;
-    if (const auto program = find_or_tell("chronogramme"))
-      chart = launch({*program, "--geometry", geometry(places.chart), "-automemlink",
-                      std::to_string(found->ident)},
-                     SIGTERM)
-                  .pid;
+    opened ? lower_chart(*window) : open_chart_beside(*window);
   }
   void forget(pid_t ended) {
     if (ended == chart) chart = -1;
@@ -91,9 +80,32 @@ class chart_opener {
   }
 
  private:
+  void open_chart_beside(Window window) {
+    const rectangle plant = screen.place_of(window);
+    const layout places = lay_out(screen.usable(), plant.w, plant.h, screen.frame_of(window));
+    const bool there = plant.x == places.plant_x && plant.y == places.plant_y;
+    // A plant that has just shown its window may place it itself once more. A window manager that places
+    // windows as it likes is left to it.
+    if (!there && ++tries < 50) return screen.move(window, places.plant_x, places.plant_y);
+    opened = true;
+    if (const auto program = find_or_tell("chronogramme"))
+      chart = launch({*program, "--geometry", geometry(places.chart), "-automemlink",
+                      std::to_string(found->ident)},
+                     SIGTERM)
+                  .pid;
+  }
+
+  // A fault of the first moment has its box open before the chart is: it must not be covered.
+  void lower_chart(Window plant) {
+    const std::optional<Window> window = screen.window_of(chart);
+    if (!window) return;
+    screen.put_below(*window, plant);
+    below_plant = true;
+  }
+
   const display& screen;
   std::optional<area_entry> found;
-  bool opened = false;
+  bool opened = false, below_plant = false;
   pid_t chart = -1;
   int tries = 0;
 };

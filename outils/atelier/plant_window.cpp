@@ -96,3 +96,11 @@ void display::move(Window window, int x, int y) const {
   XMoveWindow(connection, window, x - around.left, y - around.top);
   XSync(connection, False);
 }
+
+void display::put_below(Window window, Window other) const {
+  XWindowChanges wanted{};
+  wanted.sibling = other;
+  wanted.stack_mode = Below;
+  XReconfigureWMWindow(connection, window, DefaultScreen(connection), CWSibling | CWStackMode, &wanted);
+  XSync(connection, False);
+}

@@ -27,6 +27,8 @@ class display {
   // Asks for the window's corner, inside its frame, to be there: a window manager may do it later, or not
   // at all.
   void move(Window window, int x, int y) const;
+  // Asks for one window to be the next below another.
+  void put_below(Window window, Window other) const;
 
  private:
   Display* connection;

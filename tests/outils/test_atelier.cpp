@@ -6,6 +6,7 @@
 
 #include "bibliocpp/area_view.h"
 #include "outils/atelier/layout.h"
+#include "tests/maquettes_graphiques/WAGONS/fault_box.h"
 #include "tests/maquettes_graphiques/WAGONS/running_mine.h"
 #include "tests/outils/controller_script.h"
 
@@ -52,6 +53,29 @@ TEST(atelier, hands_the_command_on_and_shows_mine_and_chart_side_by_side) {
   for (const char role : {'c', 'd'}) kill(shown.pids.at(role), SIGKILL);
   EXPECT_TRUE(ends(shown.pids.at('s')));
   EXPECT_TRUE(open_area(shown.ident).cycles(3)) << "goes on without chart and controller";
+}
+
+TEST(atelier, leaves_the_box_of_an_early_fault_on_top) {
+  hands::move_to(640, 700);  // where the box will open, and the chart
+  process all({built("atelier"), "true"});
+  int ident = -1;
+  ASSERT_TRUE(wait_until([&] {
+    for (const area_entry& one : areas()) {
+      const std::string plant = contents("/proc/" + std::to_string(one.creator) + "/stat");
+      if (plant.find(") S " + std::to_string(all.pid()) + " ") != std::string::npos) ident = one.ident;
+    }
+    return ident != -1;
+  }));
+  const open_area area(ident);
+  area.output(sortie::REMPLIR_A, 1);
+  const window_id mine = wait_for_window("mine de charbon");
+  window_id box = 0, chart = 0;
+  ASSERT_TRUE(wait_until([&] { return (box = other_window_than({mine})) != 0; }));
+  ASSERT_TRUE(wait_until([&] { return (chart = other_window_than({mine, box})) != 0; }));
+  EXPECT_TRUE(wait_until([&] {
+    close_box(box);
+    return !all.runs();
+  }));
 }
 
 TEST(atelier, leaves_nothing_however_it_ends) {
