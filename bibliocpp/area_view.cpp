@@ -57,15 +57,6 @@ std::time_t start_of(pid_t pid) {
   return std::stoll(machine.substr(boot + 6)) + ticks / sysconf(_SC_CLK_TCK);
 }
 
-// Its memory map names the segments of a process by their identifiers; not to be had of others' processes.
-bool has_attached(pid_t pid, int ident) {
-  std::istringstream map(whole("/proc/" + std::to_string(pid) + "/maps"));
-  const std::string inode = " " + std::to_string(ident) + " ";
-  for (std::string line; std::getline(map, line);)
-    if (line.find("/SYSV") != std::string::npos && line.find(inode) != std::string::npos) return true;
-  return false;
-}
-
 std::string text(int ident) { return "area " + std::to_string(ident); }
 
 }  // namespace
@@ -94,6 +85,15 @@ int area_of(pid_t plant) {
   for (const area_entry& area : areas())
     if (area.creator == plant) return area.ident;
   return -1;
+}
+
+// A process's memory map names its segments by their identifiers.
+bool has_attached(pid_t process, int ident) {
+  std::istringstream map(whole("/proc/" + std::to_string(process) + "/maps"));
+  const std::string inode = " " + std::to_string(ident) + " ";
+  for (std::string line; std::getline(map, line);)
+    if (line.find("/SYSV") != std::string::npos && line.find(inode) != std::string::npos) return true;
+  return false;
 }
 
 // Its start is known to the second, rounded down from a boot time that is rounded too; and should somebody

@@ -33,6 +33,10 @@ int area_of(pid_t plant);
 // not count, nor one that has ended and is only not yet waited for.
 bool creator_runs(const area_entry& area);
 
+// Whether the process has the area attached at this moment; false also where the kernel does not tell, as of
+// other users' processes.
+bool has_attached(pid_t process, int ident);
+
 // What keeps an area from being looked at, as a sentence.
 struct area_error : std::runtime_error {
   using std::runtime_error::runtime_error;

@@ -7,10 +7,7 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
-#include <fstream>
 #include <optional>
-#include <sstream>
-#include <string>
 #include <vector>
 
 #include "outils/child_processes/descendants.h"
@@ -22,20 +19,6 @@ namespace {
 using namespace std::chrono_literals;
 using clock_type = std::chrono::steady_clock;
 using time_point = clock_type::time_point;
-
-// A segment appears among a process's mappings under its identifier.
-bool has_attached(pid_t pid, int ident) {
-  std::ifstream maps("/proc/" + std::to_string(pid) + "/maps");
-  for (std::string line; std::getline(maps, line);) {
-    std::istringstream row(line);
-    std::string range, access, offset, device, name;
-    long inode = 0;
-    if (row >> range >> access >> offset >> device >> inode >> name && inode == ident &&
-        name.starts_with("/SYSV"))
-      return true;
-  }
-  return false;
-}
 
 // The controller may be a script that has started the one that attaches.
 bool one_has_attached(int ident) {
