@@ -8,6 +8,7 @@
 
 #include "bibliocpp/formspp.h"
 #include "maquettes_graphiques/WAGONS/plant_signals.h"
+#include "maquettes_graphiques/mock_up/fault.h"
 #include "maquettes_graphiques/mock_up/run_end.h"
 
 namespace {
@@ -95,7 +96,7 @@ bool is_at(const mine_scene& scene, const wagon_row& row, const station& place) 
 
 void fault(simulation& run, const char* text) {
   run.termine = 1;
-  if (!run_end_requested()) fl_show_Smessages(text);
+  ::fault(text);
 }
 
 void redraw(simulation& run) {

@@ -52,6 +52,8 @@ void watch_for_run_end() {
 
 bool run_end_requested() { return requested != 0; }
 
+void request_run_end() { requested = 1; }
+
 void end_exchange_at_exit(IOsharemem_server& area) {
   exchange = &area;
   std::atexit([] { exchange->sharing_terminate(); });

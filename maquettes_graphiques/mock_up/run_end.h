@@ -10,8 +10,10 @@ class IOsharemem_server;
 // at its default. Call before the area is created.
 void watch_for_run_end();
 
-// Whether a signal has asked for the end. Heeds what arrived since FLTK last looked for events.
+// Whether a signal, or request_run_end(), has asked for the end. Heeds what arrived since FLTK last looked
+// for events.
 bool run_end_requested();
+void request_run_end();
 
 // Whatever ends the process from now on, a lost display included, ends the exchange in `area`,
 // which must live until then.

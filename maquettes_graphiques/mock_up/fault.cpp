@@ -1,0 +1,19 @@
+#include "maquettes_graphiques/mock_up/fault.h"
+
+#include "bibliocpp/formspp.h"
+#include "maquettes_graphiques/mock_up/led_cycle.h"
+#include "maquettes_graphiques/mock_up/run_end.h"
+
+namespace {
+bool failed = false;
+}
+
+void fault(const std::string& text) {
+  failed = true;
+  if (led())
+    tell_leader("fault " + text);
+  else if (!run_end_requested())
+    fl_show_Smessages(text);
+}
+
+bool run_has_failed() { return failed; }
