@@ -127,9 +127,14 @@ class attachment:
     @property
     def record(self) -> IO_controleur:
         """The record; an area_error once it is detached."""
-        if self._address is None:
+        if not self.attached:
             raise area_error("the area has been closed")
         return self._record
+
+    @property
+    def attached(self) -> bool:
+        """Whether it has not been detached yet."""
+        return self._address is not None
 
     def detach(self) -> None:
         """Gives the memory back; a second time does nothing."""

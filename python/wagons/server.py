@@ -88,9 +88,10 @@ class IOsharemem_server:
         remove_segment(self._ident)
 
     def close(self) -> None:
-        """Ends the run, if nothing has, and detaches."""
-        self.sharing_terminate()
-        self._memory.detach()
+        """Ends the run, if nothing has, and detaches; a second time does nothing."""
+        if self._memory.attached:
+            self.sharing_terminate()
+            self._memory.detach()
 
     def __enter__(self) -> "IOsharemem_server":
         return self
