@@ -91,13 +91,17 @@ class Area(unittest.TestCase):
         plant, mine = self.pair()
         child = os.fork()
         try:
-            for _ in range(30000):
+            if child == 0:
+                plant.inputs_go()
+            while mine._memory.record.clock == 0:  # until both are there
+                pass
+            for _ in range(100000):
                 mine.outputs_refresh()
         finally:
             if child == 0:
                 os._exit(0)
         os.waitpid(child, 0)
-        self.assertEqual(plant.get_outputs_clock(), 60000)
+        self.assertEqual(plant.get_outputs_clock(), 200000)
 
     def test_onlookers_see_a_plant_as_long_as_it_runs(self):
         def shown(*words):
