@@ -79,29 +79,38 @@ class Area(unittest.TestCase):
 
     def test_a_holder_that_is_gone_costs_a_second_once(self):
         plant, mine = self.pair()
-        with mock.patch.object(lock, "time") as clock:
-            clock.monotonic = lambda: sum(pause.args[0] for pause in clock.sleep.mock_calls)
+        pauses = []
+        with mock.patch.object(lock, "time", mock.Mock(sleep=pauses.append, monotonic=lambda: sum(pauses))):
             for patience in (1.0, 0.001, *range(100), 0.1):  # a whole number: nobody holds it
+                pauses.clear()
                 mine._memory.record.mutex.value = isinstance(patience, int)
-                clock.sleep.mock_calls.clear()
                 mine.outputs_refresh()
-                self.assertAlmostEqual(clock.monotonic(), 0 if isinstance(patience, int) else patience, delta=0.0021)
+                self.assertAlmostEqual(sum(pauses), 0 if isinstance(patience, int) else patience, delta=0.0021)
 
     def test_the_lock_keeps_processes_apart(self):
+        def give_turns(*_):  # to the other process, at every line of the lock
+            os.sched_yield()
+            return give_turns
+
         plant, mine = self.pair()
-        child = os.fork()
+        shared, me = mine._memory.record, os.fork()
         try:
-            if child == 0:
+            if me == 0:
                 plant.inputs_go()
-            while mine._memory.record.clock == 0:  # until both are there
+            while shared.clock == 0:  # until both are there
                 pass
-            for _ in range(100000):
-                mine.outputs_refresh()
+            sys.settrace(give_turns)
+            for _ in range(2000):
+                with mine._lock:
+                    shared.input[0] = me
+                    os.sched_yield()
+                    shared.output[1] += shared.input[0] != me
         finally:
-            if child == 0:
+            sys.settrace(None)
+            if me == 0:
                 os._exit(0)
-        os.waitpid(child, 0)
-        self.assertEqual(plant.get_outputs_clock(), 200000)
+        os.waitpid(me, 0)
+        self.assertEqual(shared.output[1], 0, "times that both held it")
 
     def test_onlookers_see_a_plant_as_long_as_it_runs(self):
         def shown(*words):
