@@ -34,13 +34,19 @@ bool connection::has_request() const {
 
 connection::state connection::turn(answers& to, time now) {
   if (sent < answered) return send_rest() ? state::open : state::gone;
+  if (held == 0) begun = now;
   if (!has_request() && !receive()) return state::gone;
   if (is_no_modbus()) return state::no_modbus;
   if (!has_request()) return state::open;
-  last_answer = now;
+  last_answer = begun = now;
   asked = true;
   answer_first(to);
   return send_rest() ? state::open : state::gone;
+}
+
+bool connection::is_stuck(time now) const {
+  constexpr auto patience = std::chrono::seconds(5);
+  return (held > 0 || sent < answered) && now - begun > patience;
 }
 
 bool connection::receive() {

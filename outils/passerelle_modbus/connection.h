@@ -16,7 +16,7 @@ class connection {
   enum class state { open, gone, no_modbus };
 
   // Owns the socket, which must not block.
-  connection(int a_socket, time now) : socket(a_socket), last_answer(now) {}
+  connection(int a_socket, time now) : socket(a_socket), last_answer(now), begun(now) {}
   ~connection();
   connection(const connection&) = delete;
   connection& operator=(const connection&) = delete;
@@ -32,8 +32,8 @@ class connection {
   // When it was answered last, or else when it came.
   time quiet_since() const { return last_answer; }
   bool has_asked() const { return asked; }
-  // Half a request has come, or an answer is not fetched.
-  bool is_in_the_middle() const { return held > 0 || sent < answered; }
+  // Since a while half a request has come, or an answer is not fetched.
+  bool is_stuck(time now) const;
 
  private:
   bool receive();
@@ -43,7 +43,7 @@ class connection {
   void answer_first(answers& to);
 
   int socket;
-  time last_answer;
+  time last_answer, begun;  // begun: what it is in the middle of
   bool asked = false;
   std::array<std::uint8_t, MODBUS_TCP_MAX_ADU_LENGTH> in{}, out{};
   std::size_t held = 0;                // bytes in `in`

@@ -16,8 +16,6 @@ using namespace std::chrono_literals;
 using clock_type = std::chrono::steady_clock;
 
 constexpr std::size_t most_clients = 32;
-// How long half a request may wait for its other half, or an answer for its reader.
-constexpr auto patience = 5s;
 
 // A batch of inputs is fetched soon after it has been announced; without clients nobody asks for it.
 constexpr int look_every_ms = 1, look_idle_every_ms = 10;
@@ -62,7 +60,7 @@ void gateway::serve_clients(time now) {
     if (event->revents != 0 || client->has_request()) state = client->turn(answering, now);
     if (state == connection::state::no_modbus)
       tell_cut(in_language("ce n'est pas du Modbus TCP", "that is no Modbus TCP"), now);
-    if (client->is_in_the_middle() && now - client->quiet_since() > patience) {
+    if (state == connection::state::open && client->is_stuck(now)) {
       state = connection::state::gone;
       tell_cut(in_language("requête inachevée ou réponse non lue depuis 5 s",
                            "unfinished request or unread answer for 5 s"),
