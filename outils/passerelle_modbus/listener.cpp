@@ -81,11 +81,13 @@ bool listener::is_local() const {
   return ntohl(number.s_addr) >> 24 == loopback_network;
 }
 
-// A host that vanishes without a word counts as gone after about half a minute.
+// Answers are small: little is kept for a client that does not read them. A host that vanishes without a word
+// counts as gone after about half a minute.
 int listener::accept() const {
   const int client = accept4(socket, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC);
   if (client < 0) return -1;
   set(client, IPPROTO_TCP, TCP_NODELAY, 1);
+  set(client, SOL_SOCKET, SO_SNDBUF, 16384);
   set(client, SOL_SOCKET, SO_KEEPALIVE, 1);
   set(client, IPPROTO_TCP, TCP_KEEPIDLE, 10);
   set(client, IPPROTO_TCP, TCP_KEEPINTVL, 5);

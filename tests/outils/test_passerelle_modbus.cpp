@@ -56,6 +56,8 @@ class modbus_client {
     to.sin_port = htons(static_cast<std::uint16_t>(port));
     const timeval patience{.tv_sec = 20, .tv_usec = 0};  // only there to end a test that has failed
     setsockopt(socket, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+    const int bytes = 4096;  // so that one who does not read soon keeps the gateway from sending
+    setsockopt(socket, SOL_SOCKET, SO_RCVBUF, &bytes, sizeof bytes);
     EXPECT_EQ(connect(socket, reinterpret_cast<const sockaddr*>(&to), sizeof to), 0);
   }
   ~modbus_client() { close(socket); }
