@@ -108,6 +108,7 @@ class gateway {
   std::list<std::string> outputs{table_signaux + entree::count,
                                  table_signaux + entree::count + sortie::count};
   IOsharemem_server plant{inputs, outputs};
+  std::jthread cycle{[this](const std::stop_token& end) { announce(end); }};
   std::array<int, 2> errors = a_pipe();
   const child process{[this] {
     dup2(errors[1], STDERR_FILENO);
@@ -117,6 +118,14 @@ class gateway {
           std::to_string(plant.memory_ident()).c_str(), nullptr);
   }};
 
+  // Inputs that change in every cycle of 5 ms, as a plant has them.
+  void announce(const std::stop_token& end) {
+    for (int value = 0; !end.stop_requested(); value ^= 1) {
+      for (int i = 0; i < entree::count; ++i) plant.setreset_input(i, value);
+      plant.inputs_go();
+      std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+  }
   static std::array<int, 2> a_pipe() {
     std::array<int, 2> ends{};
     return pipe(ends.data()) == 0 ? ends : std::array{-1, -1};
@@ -124,6 +133,8 @@ class gateway {
 
  public:
   ~gateway() {
+    cycle.request_stop();
+    cycle.join();
     plant.sharing_terminate();
     shmctl(plant.memory_ident(), IPC_RMID, nullptr);
     for (const int end : errors) close(end);

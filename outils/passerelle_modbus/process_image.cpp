@@ -31,7 +31,7 @@ process_image::process_image(const area_view& an_area) : area(an_area), plant(ar
 }
 
 plant_state process_image::look(time now) {
-  constexpr auto suspended_after = 500ms;
+  constexpr auto suspended_after = 500ms, check_every = 10ms;
   const std::int64_t clock = area.clock();
   if (clock < 0) return plant_state::over;
   if (clock != batch) {
@@ -43,6 +43,8 @@ plant_state process_image::look(time now) {
     return plant_state::running;
   }
   mapping->tab_input_registers[counters_at + plant_announces] = 0;
+  if (now - last_check < check_every) return plant_state::suspended;
+  last_check = now;
   return area.plant_runs() ? plant_state::suspended : plant_state::killed;
 }
 

@@ -55,4 +55,5 @@ class process_image {
   std::unique_ptr<modbus_mapping_t, free_tables> mapping;
   std::int64_t batch = 0;  // that the inputs in the tables are of
   time last_batch = std::chrono::steady_clock::now();
+  time last_check{};  // that the plant runs, though it announces nothing
 };
