@@ -1,6 +1,7 @@
 # Runs a mock-up on a virtual display of its own, with hands and a camera; to be sourced. Whatever
 # happens, neither the display nor the plant nor its shared area is left behind.
 
+programs=${programs:-build/bin} # where they are
 work=$(mktemp -d)
 plant= area= camera= screen=
 
@@ -31,7 +32,7 @@ run_headless() {
 find_window() {
   window=$(timeout 20 xdotool search --sync --onlyvisible --name "$1" | head -n 1)
   eval "$(xdotool getwindowgeometry --shell "$window")"
-  area=$(build/bin/signal_journal "$plant" --zone)
+  area=$("$programs/signal_journal" "$plant" --zone)
 }
 
 # Positions are those of the window. A hand takes a fifth of a second.
@@ -43,7 +44,7 @@ click() { press "$@"; }
 
 # wait_for <seconds> <signal> <value> [<times>]
 wait_for() {
-  timeout "$1" build/bin/signal_journal "$plant" --until "${@:2}" >/dev/null || {
+  timeout "$1" "$programs/signal_journal" "$plant" --until "${@:2}" >/dev/null || {
     echo "the run has not come to $2 = $3" >&2
     exit 1
   }

@@ -1,0 +1,6 @@
+include(CMakeFindDependencyMacro)
+find_dependency(Threads)
+find_dependency(X11)
+set(FLTK_SKIP_OPENGL TRUE)
+find_dependency(FLTK MODULE)
+include(${CMAKE_CURRENT_LIST_DIR}/wagonsTargets.cmake)
