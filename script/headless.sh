@@ -30,7 +30,7 @@ run_headless() {
 
 # find_window <title>: the plant's window, and its area.
 find_window() {
-  window=$(timeout 20 xdotool search --sync --onlyvisible --name "$1" | head -n 1)
+  window=$(timeout 60 xdotool search --sync --onlyvisible --name "$1" | head -n 1)
   eval "$(xdotool getwindowgeometry --shell "$window")"
   area=$("$programs/signal_journal" "$plant" --zone)
 }
@@ -39,6 +39,12 @@ find_window() {
 press() {
   xdotool mousemove --window "$window" "$1" "$2" mousedown 1 sleep 0.2 mouseup 1 \
     mousemove --window "$window" 900 390
+}
+# hold_until <x> <y> <signal> <value>: however long the controller takes to notice.
+hold_until() {
+  xdotool mousemove --window "$window" "$1" "$2" mousedown 1
+  wait_for 120 "$3" "$4"
+  xdotool mouseup 1 mousemove --window "$window" 900 390
 }
 click() { press "$@"; }
 

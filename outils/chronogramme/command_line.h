@@ -15,5 +15,6 @@ struct command_line {
   window_place place;
 };
 
-// Ends the process after --help and --version; throws a std::runtime_error that says what is wrong. Options may stand anywhere; "--" ends them.
+// Ends the process after --help and --version; throws a std::runtime_error that says what is wrong. Options
+// may stand anywhere; "--" ends them.
 command_line read_command_line(int argc, char** argv);

@@ -45,10 +45,11 @@ std::string usage() {
   std::string exports;
   for (const export_format& format : export_formats)
     exports.append(" [--").append(format.option).append(in_language(" SORTIE]", " OUT]"));
-  return in_language("usage : visionneuse FICHIER [--titre T] [--lecteur-pdf CMD] [--langue fr|en]\n"
-                     "        visionneuse FICHIER",
-                     "usage: visionneuse FILE [--titre T] [--lecteur-pdf CMD] [--langue fr|en]\n"
-                     "       visionneuse FILE") +
+  return in_language(
+             "usage : visionneuse FICHIER [--titre T] [--lecteur-pdf CMD] [--langue fr|en]\n"
+             "        visionneuse FICHIER",
+             "usage: visionneuse FILE [--titre T] [--lecteur-pdf CMD] [--langue fr|en]\n"
+             "       visionneuse FILE") +
          exports +
          in_language("\nMontre un fichier de messages balisés page par page, ou l'exporte sans fenêtre.\n",
                      "\nShows a file of marked-up messages page by page, or exports it without a window.\n");

@@ -12,5 +12,6 @@ struct command_line {
   std::map<const export_format*, std::string> exports;  // the file that each goes to
 };
 
-// Ends the process after --help and --version; throws a failure that says what is wrong. Options may stand before or after the file; "--" ends them.
+// Ends the process after --help and --version; throws a failure that says what is wrong. Options may stand
+// before or after the file; "--" ends them.
 command_line read_command_line(int argc, char** argv);

@@ -16,8 +16,7 @@ cd "$work/own"
 by_pkg_config() { # <program> <packages...>
   "$CXX" -std=c++20 $CXXFLAGS -MD "$1.cpp" $(pkg-config --cflags --libs "${@:2}") -o "$1"
 }
-{ by_pkg_config shuttle wagons-bibliocpp && by_pkg_config controleur_poussoir wagons-bibliocpp &&
-  by_pkg_config poussoir wagons-mock_up wagons-objgraphiques; } &
+{ by_pkg_config shuttle wagons-bibliocpp && by_pkg_config poussoir wagons-mock_up wagons-objgraphiques; } &
 cat >>CMakeLists.txt <<'END'
 add_executable(shuttle shuttle.cpp)
 target_link_libraries(shuttle wagons::bibliocpp)
@@ -33,18 +32,17 @@ find . -name '*.d' -exec grep -F "$tree/" {} + && exit 1
 ldd shuttle build/bin/shuttle | grep -E 'X11|fltk' && exit 1
 
 end_plant() { kill "$plant" && end_of_run; [[ -z $area ]] || ipcrm -m "$area"; area=; }
-run_headless ./poussoir build/bin/controleur_poussoir
-find_window poussoir && wait_for 20 sorti 1 && end_plant
-build/bin/poussoir ./controleur_poussoir &
-plant=$!
-find_window poussoir && wait_for 20 sorti 1 && end_plant
-for shuttle in ./shuttle build/bin/shuttle; do
-  wagons $shuttle &
+run_headless true
+for folder in . build/bin; do
+  $folder/poussoir build/bin/controleur_poussoir &
   plant=$!
-  find_window "mine de charbon" && press 760 99 && wait_for 20 A_GAUCHE 1 && end_plant
+  find_window poussoir && wait_for 60 sorti 1 && end_plant
+  wagons $folder/shuttle &
+  plant=$!
+  find_window "mine de charbon" && hold_until 760 99 A_GAUCHE 1 && end_plant
 done
 # atelier finds the plant, the watcher and the chart beside itself, and the watcher the controller in PATH.
 atelier controleur_mine &
 plant=$!
-timeout 20 xdotool search --sync --onlyvisible --name chronogramme >/dev/null
+timeout 60 xdotool search --sync --onlyvisible --name chronogramme >/dev/null
 end_plant
