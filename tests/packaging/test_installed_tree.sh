@@ -31,15 +31,24 @@ grep -rlF "$tree" "$prefix"/{include,lib*,share} --exclude=*.a && exit 1
 find . -name '*.d' -exec grep -F "$tree/" {} + && exit 1
 ldd shuttle build/bin/shuttle | grep -E 'X11|fltk' && exit 1
 
-end_plant() { kill "$plant" && end_of_run; [[ -z $area ]] || ipcrm -m "$area"; area=; }
+end_plant() {
+  kill "$plant"
+  end_of_run
+  [[ ! $area ]] || ipcrm -m "$area"
+  area=
+}
 run_headless true
 for folder in . build/bin; do
   $folder/poussoir build/bin/controleur_poussoir &
   plant=$!
-  find_window poussoir && wait_for 60 sorti 1 && end_plant
+  find_window poussoir
+  wait_for 60 sorti 1
+  end_plant
   wagons $folder/shuttle &
   plant=$!
-  find_window "mine de charbon" && hold_until 760 99 A_GAUCHE 1 && end_plant
+  find_window "mine de charbon"
+  hold_until 760 99 A_GAUCHE 1
+  end_plant
 done
 # atelier finds the plant, the watcher and the chart beside itself, and the watcher the controller in PATH.
 atelier controleur_mine &
