@@ -17,6 +17,8 @@ foreach(plant IN LISTS WAGONS_PLANTS)
 endforeach()
 install(DIRECTORY ${completions}/ DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 
+install(DIRECTORY share/ DESTINATION ${CMAKE_INSTALL_DATADIR}/wagons OPTIONAL)
+
 # The menu entry starts the mine with the reference controller.
 install(FILES packaging/wagons.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES packaging/wagons.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)

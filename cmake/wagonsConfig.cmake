@@ -1,7 +1,5 @@
 include(CMakeFindDependencyMacro)
 find_dependency(Threads)
 find_dependency(X11)
-set(FLTK_SKIP_OPENGL TRUE)
-set(FLTK_SKIP_FLUID TRUE)
-find_dependency(FLTK MODULE)
+# FLTK is named by -lfltk: its own package for CMake demands tools that nobody needs here.
 include(${CMAKE_CURRENT_LIST_DIR}/wagonsTargets.cmake)
