@@ -1,6 +1,7 @@
 # Runs a mock-up on a virtual display of its own, with hands and a camera; to be sourced. Whatever
 # happens, neither the display nor the plant nor its shared area is left behind.
 
+programs=${programs:-build/bin} # where they are
 work=$(mktemp -d)
 plant= area= camera= screen=
 
@@ -29,9 +30,9 @@ run_headless() {
 
 # find_window <title>: the plant's window, and its area.
 find_window() {
-  window=$(timeout 20 xdotool search --sync --onlyvisible --name "$1" | head -n 1)
+  window=$(timeout 60 xdotool search --sync --onlyvisible --name "$1" | head -n 1)
   eval "$(xdotool getwindowgeometry --shell "$window")"
-  area=$(build/bin/signal_journal "$plant" --zone)
+  area=$("$programs/signal_journal" "$plant" --zone)
 }
 
 # Positions are those of the window. A hand takes a fifth of a second.
@@ -39,11 +40,17 @@ press() {
   xdotool mousemove --window "$window" "$1" "$2" mousedown 1 sleep 0.2 mouseup 1 \
     mousemove --window "$window" 900 390
 }
+# hold_until <x> <y> <signal> <value>: however long the controller takes to notice.
+hold_until() {
+  xdotool mousemove --window "$window" "$1" "$2" mousedown 1
+  wait_for 120 "$3" "$4"
+  xdotool mouseup 1 mousemove --window "$window" 900 390
+}
 click() { press "$@"; }
 
 # wait_for <seconds> <signal> <value> [<times>]
 wait_for() {
-  timeout "$1" build/bin/signal_journal "$plant" --until "${@:2}" >/dev/null || {
+  timeout "$1" "$programs/signal_journal" "$plant" --until "${@:2}" >/dev/null || {
     echo "the run has not come to $2 = $3" >&2
     exit 1
   }

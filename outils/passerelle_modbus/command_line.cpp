@@ -10,6 +10,7 @@
 
 #include "bibliocpp/automemlink.h"
 #include "bibliocpp/language.h"
+#include "outils/answers/answers.h"
 
 namespace {
 
@@ -48,11 +49,6 @@ wagons "passerelle_modbus --port 1602"
                  told otherwise) or stay (garder)
   --table        only shows the addresses: of area N, or of the plant that was started last
 )";
-
-[[noreturn]] void answer(const std::string& text) {
-  std::cout << text << std::flush;
-  std::exit(std::cout ? 0 : 1);
-}
 
 [[noreturn]] void refuse(const std::string& what) {
   std::cerr << "passerelle_modbus: " << what
@@ -99,9 +95,9 @@ command_line read_command_line(int argc, char** argv) {
         wanted.only_table = true;
         break;
       case help:
-        answer(in_language(usage_french, usage_english));
+        answer_help(in_language(usage_french, usage_english));
       case version:
-        answer("passerelle_modbus " VERSION "\n");
+        answer_version();
       default:
         refuse(in_language("je ne comprends pas : ", "cannot make sense of: ") +
                std::string(argv[optind - 1]));
