@@ -1,0 +1,55 @@
+#pragma once
+// A scenario's course beside a run, cycle by cycle: what the operator does next, which signals are forced,
+// and whether all that is expected has come. Pure logic: no process, no area, no clock.
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "outils/examen/scenario.h"
+#include "outils/examen/verdict.h"
+
+struct finding {
+  enum class kind { passed, failed, not_judged } what = kind::passed;
+  std::string sentence;    // what was missed, or the plant's own sentence, in the locale's language
+  std::int64_t cycle = 0;  // when
+};
+
+class course {
+ public:
+  // Looks up every signal that the scenario names. Throws a scenario_error that tells all it does not find,
+  // each with the nearest name of the plant's. A name is looked for among the inputs first.
+  course(scenario asked, std::vector<std::string> input_names, std::vector<std::string> output_names);
+
+  // Once a cycle, in this order; values in the order of the area.
+  // What the controller is to see in place of the plant's inputs.
+  void force_inputs(std::int64_t cycle, std::span<std::int32_t> values) const;
+  // What the plant is to get in place of the controller's outputs.
+  void force_outputs(std::int64_t cycle, std::span<std::int32_t> values) const;
+  // After both sides have spoken: what the operator does before the next cycle, as lines for the mock-up
+  // ("hold dc"). `inputs` as the plant published them, `outputs` as the controller wrote them.
+  std::vector<std::string> advance(std::int64_t cycle, std::span<const std::int32_t> inputs,
+                                   std::span<const std::int32_t> outputs);
+
+  // The plant's own sentence; only the first one of a run counts.
+  void fault(std::int64_t cycle, const std::string& text);
+  // The plant could not obey a line that advance() gave (no such button, ...): nothing can be judged.
+  void refused(std::int64_t cycle, const std::string& line, const std::string& text);
+  // Adds to the events what others have to tell (a controller's end, an operator at random).
+  void note(std::int64_t cycle, const std::string& text) { told.push_back({cycle, text}); }
+
+  // The scenario's time has come, an expectation has been missed, or the plant has told a fault.
+  bool over() const { return ended; }
+  // What is found at the end of the run, however it came. Callable once.
+  finding end(std::int64_t cycle);
+  // What has happened so far, in order.
+  const std::vector<run_event>& events() const { return told; }
+
+ private:
+  // (filled in by course.cpp's needs)
+  bool ended = false;
+  std::vector<run_event> told;
+};
