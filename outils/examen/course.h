@@ -7,6 +7,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "outils/examen/scenario.h"
@@ -49,7 +50,56 @@ class course {
   const std::vector<run_event>& events() const { return told; }
 
  private:
-  // (filled in by course.cpp's needs)
+  struct signal {
+    bool is_output;
+    std::size_t index;
+  };
+  struct edge_count {  // beside one of the scenario's deliveries
+    signal counted;
+    std::int64_t so_far = 0;
+  };
+  // Beside a rest or a stop: begins when a signal rises, counts from the delay on, ends when another one
+  // does.
+  struct watch {
+    signal begin;
+    std::optional<signal> end;
+    std::int64_t delay;
+    std::vector<signal> looked_at;
+    std::int64_t due = -1;  // the cycle from which it counts; -1: not begun
+    bool examined = false;
+  };
+
+  signal find(const named_signal& wanted, std::string& not_found) const;
+  std::optional<signal> find(const std::optional<named_signal>& wanted, std::string& not_found) const;
+  std::int32_t value(signal s) const { return (s.is_output ? outputs : inputs)[s.index]; }
+  bool rises(signal s) const;
+  bool counts_now(watch& w, std::int64_t cycle, bool while_begun) const;
+  const std::string& name(signal s) const { return (s.is_output ? output_names : input_names)[s.index]; }
+
+  void check(std::int64_t cycle);
+  void check_deliveries(std::size_t i, std::int64_t cycle);
+  void check_values(const watch& w, std::int32_t expected, std::int64_t cycle);
+  std::string what_was_good() const;
+  void tell_forcings(std::int64_t cycle);
+  void operate(std::int64_t cycle, std::vector<std::string>& lines);
+  bool its_moment_has_come(std::int64_t cycle);
+  void miss(std::int64_t cycle, const std::string& what);
+
+  scenario asked;
+  std::vector<std::string> input_names, output_names;
+  std::vector<signal> forced, waited_for;  // beside the scenario's; of an action without a signal any
+  std::vector<edge_count> deliveries;
+  std::vector<watch> rests, stops;
+  std::vector<std::pair<signal, std::optional<signal>>> nevers;
+
+  std::vector<std::int32_t> inputs, outputs, inputs_before, outputs_before;
+  std::size_t next = 0;          // action
+  std::int64_t since = 0;        // when the one before was done
+  std::int64_t times = 0;        // its signal has become so since
+  std::int64_t moment = -1;      // the cycle at which it is to be done, once that is known
+  std::int64_t release_at = -1;  // of the button that is pressed
+  std::string plant_fault;
+  std::optional<finding> found;
   bool ended = false;
   std::vector<run_event> told;
 };

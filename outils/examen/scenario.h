@@ -27,17 +27,18 @@ struct named_signal {
   int line = 0;
 };
 
-// The operator does one thing after the other; each waits for its moment once the one before is done.
+// The operator does one thing after the other. Once the one before is done, an action waits for its moment:
+// its cycle `at`, or until the signal `on` has its value and then, or else at once, for `after` cycles.
 struct operator_action {
   enum class kind { press, hold, release, set } what;
-  std::string label;               // of the button or roller, as the plant shows it
-  double value = 0;                // of a roller
-  std::int64_t during = 20;        // cycles that a button is pressed for
-  std::int64_t at = -1;            // its cycle; -1: see below
-  std::int64_t after = 0;          // cycles after the action before
-  std::optional<named_signal> on;  // ... or when this one has become, or is, ...
+  std::string label;         // of the button or roller, as the plant shows it
+  double value = 0;          // of a roller
+  std::int64_t during = 20;  // cycles that a button is pressed for
+  std::optional<std::int64_t> at;
+  std::int64_t after = 0;
+  std::optional<named_signal> on;
   std::int32_t on_value = 1;
-  std::int64_t times = 1;   // ... for the n-th time since the action before
+  std::int64_t times = 0;   // n: it must have become so n times since the action before; 0: be so
   std::int64_t limit = -1;  // cycles to wait for that; -1: to the end
   int line = 0;
 };
@@ -49,10 +50,10 @@ struct forcing {
   std::int64_t from, until;  // cycles; until is the first that is free again
 };
 
-struct expected_edges {  // deliveries: the signal rises so often
+struct expected_edges {  // deliveries: the signal rises so often, before that cycle
   named_signal signal;
   std::int64_t at_least;
-  std::int64_t before;  // cycle
+  std::int64_t before;
 };
 
 struct expected_rest {  // from so long after `after` has risen: all signals are 1, until `until` rises or the
@@ -61,7 +62,6 @@ struct expected_rest {  // from so long after `after` has risen: all signals are
   named_signal after;
   std::int64_t delay;
   std::optional<named_signal> until;
-  int line;
 };
 
 struct expected_stop {  // from so long after the signal has risen: all outputs are 0, until `until` rises or,

@@ -47,15 +47,14 @@ constexpr const char *picture = "scene.png",  // at the fault or the end
                 *pdf = "rapport.pdf";
 }  // namespace evidence_files
 
-// "crashed" and what belongs to it, without the candidate's name: "failed at 12.345 s (cycle 2469): ...".
+// All texts are one line without its end, in the locale's language, and harmless (harmless.h).
+// The outcome in a word or two: "crashed".
+std::string word_of(const verdict& v);
+// What became of the controller, without its name: "failed at 12.345 s (cycle 2469): ...".
 std::string sentence_of(const verdict& v);
-// One line, without its end: the candidate's name and the sentence.
+// The candidate's name and the sentence.
 std::string line_of(const verdict& v);
 // Aligned columns for a terminal, and a last line with the totals. Every line ends with "\n".
 std::string table_of(const std::vector<verdict>& all);
 // 2 when one could not be judged, else 1 when one did not pass, else 0; 2 for none at all.
 int exit_status(const std::vector<verdict>& all);
-
-// Text of strangers (names, standard error, faults) as one line that is safe for terminals: valid UTF-8,
-// control characters as "\n", "\t" or "\x1b"; cut to `most` characters with "..." at the end.
-std::string harmless(const std::string& text, std::size_t most = 200);
