@@ -1,5 +1,7 @@
 #include "outils/examen/command_line.h"
 
+#include <getopt.h>
+
 #include <algorithm>
 #include <charconv>
 #include <iterator>
@@ -63,90 +65,111 @@ struct number_option {
   int least, most;
 };
 
-constexpr number_option number_options[] = {
-    {"-j", &command_line::at_once, 1, 256},
-    {"--acceleration", &command_line::acceleration, 1, 10'000},
-    {"--patience", &command_line::patience_ms, 1, 60'000},
-    {"--duree-max", &command_line::most_seconds, 1, 1'000'000},
-    {"--memoire", &command_line::memory_mib, 1, 1'000'000},
-    {"--operateur-au-hasard", &command_line::random_seed, 0, 2'000'000'000}};
+constexpr number_option at_once{"j", &command_line::at_once, 1, 256},
+    number_options[] = {{"acceleration", &command_line::acceleration, 1, 10'000},
+                        {"patience", &command_line::patience_ms, 1, 60'000},
+                        {"duree-max", &command_line::most_seconds, 1, 1'000'000},
+                        {"memoire", &command_line::memory_mib, 1, 1'000'000},
+                        {"operateur-au-hasard", &command_line::random_seed, 0, 2'000'000'000}};
 
 struct text_option {
   const char* name;
   std::string command_line::*value;
 };
 
-constexpr text_option text_options[] = {{"--maquette", &command_line::plant},
-                                        {"--scenario", &command_line::scenario},
-                                        {"--junit", &command_line::junit},
-                                        {"--rapport", &command_line::report}};
+constexpr text_option text_options[] = {{"maquette", &command_line::plant},
+                                        {"scenario", &command_line::scenario},
+                                        {"junit", &command_line::junit},
+                                        {"rapport", &command_line::report}};
 
-int number(const number_option& option, const std::string& text) {
+int number(const number_option& wanted, const std::string& text) {
   int value = -1;
   const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc{} || rest != text.data() + text.size() || value < option.least ||
-      value > option.most)
-    refuse(phrase("{} demande un nombre entier de {} à {}, pas « {} »",
-                  "{} needs a whole number from {} to {}, not \"{}\"",
-                  {option.name, std::to_string(option.least), std::to_string(option.most), text}));
+  if (error != std::errc{} || rest != text.data() + text.size() || value < wanted.least ||
+      value > wanted.most)
+    refuse(phrase("-{} demande un nombre entier de {} à {}, pas « {} »",
+                  "-{} needs a whole number from {} to {}, not \"{}\"",
+                  {(wanted.name[1] == 0 ? "" : "-") + std::string(wanted.name), std::to_string(wanted.least),
+                   std::to_string(wanted.most), text}));
   return value;
 }
 
-[[noreturn]] void refuse_unknown(const std::string& word) {
-  std::vector<std::string> names{"--dossier", "--liste", "--temps-reel", "--help", "--version"};
-  for (const number_option& option : number_options) names.emplace_back(option.name);
-  for (const text_option& option : text_options) names.emplace_back(option.name);
+[[noreturn]] void refuse_unknown(const std::string& word, std::span<const option> options) {
+  std::vector<std::string> names;
+  for (const option& one : options.first(options.size() - 1)) names.push_back(std::string("--") + one.name);
   refuse(phrase("option inconnue : {} ; la plus proche est {}", "there is no option {}; the nearest is {}",
                 {word, names[static_cast<std::size_t>(nearest_name(word, names))]}));
 }
 
-template <typename Option>
-const Option* named(const std::string& word, std::span<const Option> options) {
-  const auto found =
-      std::find_if(options.begin(), options.end(), [&](const Option& one) { return word == one.name; });
-  return found == options.end() ? nullptr : &*found;
+// Above every character, and above the 1 that getopt_long() returns for what is no option.
+enum option_code { dossier = 256, liste, real_time, help, version, first_number };
+constexpr int first_text = first_number + static_cast<int>(std::size(number_options));
+
+std::vector<option> option_table() {
+  std::vector<option> all{{"dossier", required_argument, nullptr, dossier},
+                          {"liste", required_argument, nullptr, liste},
+                          {"temps-reel", no_argument, nullptr, real_time},
+                          {"help", no_argument, nullptr, help},
+                          {"version", no_argument, nullptr, version}};
+  int code = first_number;
+  for (const number_option& one : number_options)
+    all.push_back({one.name, required_argument, nullptr, code++});
+  for (const text_option& one : text_options) all.push_back({one.name, required_argument, nullptr, code++});
+  all.push_back({});
+  return all;
 }
 
 }  // namespace
 
 command_line read_command_line(int argc, char** argv) {
+  const std::vector<option> options = option_table();
   command_line wanted;
-  bool options = true;
   const auto take = [&](std::vector<candidate> some) {
     std::move(some.begin(), some.end(), std::back_inserter(wanted.candidates));
   };
-  for (int i = 1; i < argc; ++i) {
-    const std::string word = argv[i];
-    const auto value = [&]() -> std::string {
-      if (i + 1 == argc || *argv[i + 1] == '\0')
-        refuse(phrase("il manque la valeur de {}", "there is no value after {}", {word}));
-      return argv[++i];
-    };
-    if (!options || !word.starts_with("-")) {
-      if (word.empty())
-        refuse(phrase("le nom d'un contrôleur est vide", "the name of a controller is empty"));
-      wanted.candidates.push_back(candidate_of(word));
-    } else if (word == "--") {
-      options = false;
-    } else if (word == "--help") {
-      wanted.answer = in_language(usage_french, usage_english);
-    } else if (word == "--version") {
-      wanted.answer = "examen " VERSION "\n";
-    } else if (word == "--temps-reel") {
-      wanted.real_time = true;
-    } else if (word == "--dossier") {
-      take(candidates_in(value()));
-    } else if (word == "--liste") {
-      take(candidates_on(value()));
-    } else if (const auto* const counted = named<number_option>(word, number_options)) {
-      wanted.*counted->value = number(*counted, value());
-    } else if (const auto* const said = named<text_option>(word, text_options)) {
-      wanted.*said->value = value();
+  opterr = 0;
+  optind = 0;  // from the beginning, also in a second reading
+  while (true) {
+    const int at = std::max(optind, 1);
+    const int code = getopt_long(argc, argv, "-:j:", options.data(), nullptr);
+    if (code == -1) break;
+    if (code > first_number - 1 && code < first_text) {
+      const number_option& one = number_options[code - first_number];
+      wanted.*one.value = number(one, optarg);
+    } else if (code >= first_text) {
+      wanted.*text_options[code - first_text].value = optarg;
     } else {
-      refuse_unknown(word);
+      switch (code) {
+        case 1:
+          take({candidate_of(optarg)});
+          break;
+        case 'j':
+          wanted.at_once = number(at_once, optarg);
+          break;
+        case dossier:
+          take(candidates_in(optarg));
+          break;
+        case liste:
+          take(candidates_on(optarg));
+          break;
+        case real_time:
+          wanted.real_time = true;
+          break;
+        case help:
+          wanted.answer = in_language(usage_french, usage_english);
+          return wanted;
+        case version:
+          wanted.answer = "examen " VERSION "\n";
+          return wanted;
+        case ':':
+          refuse(phrase("il manque la valeur de {}", "there is no value after {}", {argv[at]}));
+        default:
+          refuse_unknown(argv[at], options);
+      }
     }
   }
-  if (wanted.candidates.empty() && wanted.answer.empty())
+  for (; optind < argc; ++optind) take({candidate_of(argv[optind])});
+  if (wanted.candidates.empty())
     refuse(phrase("il n'y a aucun contrôleur à juger", "there is no controller to judge"));
   make_names_unique(wanted.candidates);
   return wanted;

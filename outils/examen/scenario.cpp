@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "outils/examen/built_in_scenarios.h"
 #include "outils/examen/phrase.h"
 #include "outils/examen/toml_table.h"
 
@@ -208,4 +209,12 @@ scenario read_scenario(const std::string& path) {
   if (!file || std::filesystem::is_directory(path))
     throw scenario_error(phrase("scénario illisible : {}", "the scenario cannot be read: {}", {path}));
   return parse_scenario({std::istreambuf_iterator<char>(file), {}}, path);
+}
+
+scenario default_scenario_for(const std::string& plant) {
+  const std::string name = std::filesystem::path(plant).filename();
+  for (const built_in_scenario& each : built_in_scenarios)
+    if (name == each.plant) return parse_scenario(each.text, name + ".toml");
+  throw scenario_error(phrase("{} n'a pas de scénario livré : il faut --scenario",
+                              "no scenario comes with {}: --scenario is needed", {plant}));
 }
