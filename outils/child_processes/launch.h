@@ -17,5 +17,5 @@ struct launched {
 // this process end first, however that comes, the kernel sends it `at_our_end`; what it starts in turn does
 // not get that. `prepare` is called in the new process, which then becomes the program: what it does to
 // streams, environment or limits is the program's. Returns once the program runs or is known not to.
-launched launch(const std::vector<std::string>& words, int at_our_end,
-                const std::function<void()>& prepare = [] {});
+launched launch(
+    const std::vector<std::string>& words, int at_our_end, const std::function<void()>& prepare = [] {});

@@ -210,7 +210,8 @@ class exam {
     has_answered = true;
     between->read_outputs(outputs);
     if (!time_is_up()) return true;
-    settle(outcome::too_slow, 0, phrase("{} s sont passées", "{} s have passed", {std::to_string(order.most_seconds)}));
+    settle(outcome::too_slow, 0,
+           phrase("{} s sont passées", "{} s have passed", {std::to_string(order.most_seconds)}));
     return false;
   }
 
@@ -222,7 +223,9 @@ class exam {
 
   void tell_silence() {
     settle(outcome::silent, 0,
-           between->attached() ? "" : phrase("il ne s'est pas attaché à la zone", "it has not attached to the area"));
+           between->attached()
+               ? ""
+               : phrase("il ne s'est pas attaché à la zone", "it has not attached to the area"));
   }
 
   void tell_end() {
@@ -238,10 +241,12 @@ class exam {
       case kind::killed:
         return settle(outcome::crashed, number, "");
       case kind::too_much_memory:
-        return settle(outcome::failed, 0,
-                      phrase("{} Mio de mémoire, plus que permis", "{} MiB of memory, more than allowed", {n}));
+        return settle(
+            outcome::failed, 0,
+            phrase("{} Mio de mémoire, plus que permis", "{} MiB of memory, more than allowed", {n}));
       case kind::too_many_processes:
-        return settle(outcome::failed, 0, phrase("{} processus, plus que permis", "{} processes, more than allowed", {n}));
+        return settle(outcome::failed, 0,
+                      phrase("{} processus, plus que permis", "{} processes, more than allowed", {n}));
       case kind::runs:
         return settle(outcome::too_slow, 0,
                       phrase("{} s sont passées", "{} s have passed", {std::to_string(order.most_seconds)}));
@@ -304,7 +309,9 @@ verdict hold_exam(const exam_order& order, const std::string& self) {
   heed_signals();
   adopt_descendants();
   const auto begin = clock_type::now();
-  verdict v{.candidate = order.name, .evidence = order.evidence};
+  verdict v;
+  v.candidate = order.name;
+  v.evidence = order.evidence;
   try {
     exam(order, self, v).hold();
   } catch (const no_verdict& why) {

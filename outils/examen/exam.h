@@ -17,9 +17,9 @@ struct exam_order {
   int most_seconds = 300;
   int memory_mib = 512;
   int random_seed = -1;
-  bool boxed = false;       // in the box of an exam (sandbox.h): then the controller gets one too
-  std::string evidence;     // a folder; empty: nothing is kept
-  std::string name;         // of the candidate
+  bool boxed = false;    // in the box of an exam (sandbox.h): then the controller gets one too
+  std::string evidence;  // a folder; empty: nothing is kept
+  std::string name;      // of the candidate
   std::vector<std::string> command;
 };
 

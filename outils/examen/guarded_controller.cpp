@@ -85,7 +85,8 @@ std::string guarded_controller::end() {
   const auto deadline = std::chrono::steady_clock::now() + patience;
   shutdown(channel, SHUT_WR);
   while (receive()) {
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
+    const auto left =
+        std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
     pollfd arrival{.fd = channel, .events = POLLIN, .revents = 0};
     if (left.count() <= 0 || poll(&arrival, 1, static_cast<int>(left.count())) == 0) break;
   }

@@ -154,7 +154,8 @@ class guardian {
     if (!end_status || told_end) return;
     if (*end_status == 0 && ended == 0) return;  // there are others
     told_end = true;
-    WIFSIGNALED(*end_status) ? tell("killed", WTERMSIG(*end_status)) : tell("exited", WEXITSTATUS(*end_status));
+    WIFSIGNALED(*end_status) ? tell("killed", WTERMSIG(*end_status))
+                             : tell("exited", WEXITSTATUS(*end_status));
   }
 
   bool within_limits() const {

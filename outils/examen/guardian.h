@@ -8,10 +8,10 @@
 #include <vector>
 
 struct controller_limits {
-  int memory_mib = 512;   // of all its processes together, what is in use of it
-  int processes = 64;     // at once
-  int file_mib = 16;      // the largest file
-  int acceleration = 1;   // of its pauses; 1: none
+  int memory_mib = 512;  // of all its processes together, what is in use of it
+  int processes = 64;    // at once
+  int file_mib = 16;     // the largest file
+  int acceleration = 1;  // of its pauses; 1: none
 };
 
 // What the guardian writes to its channel, each with a number and "\n":

@@ -29,11 +29,11 @@ class relay {
   // Whether a process besides this one has the controller's area attached.
   bool attached() const;
 
-  void read_inputs(std::span<std::int32_t> values) const;     // of the plant
-  void publish(std::span<const std::int32_t> values);         // to the controller, as a batch
-  std::int64_t answers() const;                               // batches of outputs it has announced
-  void read_outputs(std::span<std::int32_t> values) const;    // of the controller
-  void drive(std::span<const std::int32_t> values) const;     // the plant
+  void read_inputs(std::span<std::int32_t> values) const;   // of the plant
+  void publish(std::span<const std::int32_t> values);       // to the controller, as a batch
+  std::int64_t answers() const;                             // batches of outputs it has announced
+  void read_outputs(std::span<std::int32_t> values) const;  // of the controller
+  void drive(std::span<const std::int32_t> values) const;   // the plant
   // Tells the controller that the run is over.
   void end() { area.sharing_terminate(); }
 

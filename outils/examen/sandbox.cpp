@@ -21,8 +21,17 @@ words operator+(words one, const words& other) {
   return one;
 }
 
-const words base{"bwrap", "--die-with-parent", "--unshare-pid", "--unshare-net", "--ro-bind", "/", "/",
-                 "--dev", "/dev", "--proc", "/proc"};
+const words base{"bwrap",
+                 "--die-with-parent",
+                 "--unshare-pid",
+                 "--unshare-net",
+                 "--ro-bind",
+                 "/",
+                 "/",
+                 "--dev",
+                 "/dev",
+                 "--proc",
+                 "/proc"};
 
 }  // namespace
 
@@ -34,7 +43,8 @@ sandbox::sandbox(const words& needed) {
     const fs::path real = fs::canonical(path, ignored);
     for (const fs::path& each : {path.lexically_normal(), real}) {
       const fs::path below = each.lexically_relative("/tmp");
-      if (!below.empty() && *below.begin() != ".." && *below.begin() != ".") tops.insert("/tmp" / *below.begin());
+      if (!below.empty() && *below.begin() != ".." && *below.begin() != ".")
+        tops.insert("/tmp" / *below.begin());
     }
   }
   for (const fs::path& top : tops) shown = shown + words{"--ro-bind", top, top};

@@ -31,12 +31,12 @@ std::string read_number(int from) {
 virtual_display::virtual_display(int streams) {
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) throw display_error(std::strerror(errno));
-  const auto [pid, error] = launch({"Xvfb", "-displayfd", "1", "-screen", "0", "1280x800x24", "-noreset",
-                                    "-nolisten", "tcp"},
-                                   SIGTERM, [&] {
-                                     dup2(ends[1], STDOUT_FILENO);
-                                     dup2(streams, STDERR_FILENO);
-                                   });
+  const auto [pid, error] =
+      launch({"Xvfb", "-displayfd", "1", "-screen", "0", "1280x800x24", "-noreset", "-nolisten", "tcp"},
+             SIGTERM, [&] {
+               dup2(ends[1], STDOUT_FILENO);
+               dup2(streams, STDERR_FILENO);
+             });
   server = pid;
   close(ends[1]);
   const std::string number = pid > 0 ? read_number(ends[0]) : "";
@@ -49,8 +49,9 @@ virtual_display::virtual_display(int streams) {
     kill(pid, SIGKILL);
     waitpid(pid, nullptr, 0);
   }
-  throw display_error(phrase("pas d'écran virtuel : Xvfb : {}", "no virtual display: Xvfb: {}",
-                             {pid > 0 ? phrase("ne répond pas", "it does not answer") : std::strerror(error)}));
+  throw display_error(
+      phrase("pas d'écran virtuel : Xvfb : {}", "no virtual display: Xvfb: {}",
+             {pid > 0 ? phrase("ne répond pas", "it does not answer") : std::strerror(error)}));
 }
 
 virtual_display::~virtual_display() {

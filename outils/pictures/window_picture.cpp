@@ -46,9 +46,9 @@ window_picture picture_of_largest_window(const std::string& name) {
   if (!display) return {};
   const rectangle place = on_screen(largest_shown(display.get()), display.get());
   if (place.w <= 0 || place.h <= 0) return {};
-  XImage* const image = XGetImage(display.get(), DefaultRootWindow(display.get()), place.x, place.y,
-                                  static_cast<unsigned>(place.w), static_cast<unsigned>(place.h), AllPlanes,
-                                  ZPixmap);
+  XImage* const image =
+      XGetImage(display.get(), DefaultRootWindow(display.get()), place.x, place.y,
+                static_cast<unsigned>(place.w), static_cast<unsigned>(place.h), AllPlanes, ZPixmap);
   if (image == nullptr) return {};
   window_picture seen{{}, place.w, place.h};
   seen.pixels.reserve(static_cast<std::size_t>(place.w) * static_cast<std::size_t>(place.h) * 3);
