@@ -150,6 +150,7 @@ class exam {
     const auto named = std::find_if(said.begin(), said.end(), [&](const std::string& line) {
       return text.find('"' + line.substr(line.find(' ') + 1) + '"') != std::string::npos;
     });
+    if (text.find("painted again") != std::string::npos) return;
     if (!said.empty()) its->refused(cycle, named == said.end() ? said.front() : *named, text);
   }
 
@@ -176,6 +177,7 @@ class exam {
     }
     std::string lines;
     for (const std::string& line : said) lines += line + "\n";
+    if (cycle == 1) lines = "blind\n" + lines;  // nobody looks before the end
     plant->say(lines + "go\n");
   }
 
@@ -266,15 +268,17 @@ class exam {
                   "the interpreter that its first line names is not found"));
   }
 
-  // What the plant has drawn last may still be on its way.
-  void keep_picture(const std::string& screen) const {
-    window_picture last, now = picture_of_largest_window(screen);
-    for (int tries = 0; tries < 20 && last != now; ++tries) {
-      std::this_thread::sleep_for(20ms);
-      last = std::exchange(now, picture_of_largest_window(screen));
-    }
-    if (now.width > 0)
-      write_png(order.evidence + "/" + evidence_files::picture, now.pixels, now.width, now.height);
+  // A plant that cannot draw its scene anew, and refuses to leave it undrawn, has drawn it.
+  void keep_picture(const std::string& screen) {
+    plant->say("look\n");
+    plant_line line{};
+    do line = next_line();
+    while (line.what == plant_line::kind::error || line.what == plant_line::kind::pause);
+    if (line.what != plant_line::kind::seen) return;
+    const window_picture seen_last = picture_of_largest_window(screen);
+    if (seen_last.width > 0)
+      write_png(order.evidence + "/" + evidence_files::picture, seen_last.pixels, seen_last.width,
+                seen_last.height);
   }
 
   void keep_evidence(const std::string& written) const {
