@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/mman.h>
+#include <sys/prctl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -203,7 +204,7 @@ class exam {
     const std::int64_t before = between->answers();
     between->publish(seen);
     const auto patience = std::chrono::milliseconds(order.patience_ms) * (has_answered ? 1 : first_patience);
-    const answer its_answer = wait_for_answer(*between, before, patience, [this] { return may_answer(); });
+    const answer its_answer = waiting.wait(*between, before, patience, [this] { return may_answer(); });
     if (its_answer == answer::stop) return tell_end(), false;
     if (its_answer == answer::none) {
       if (!has_answered) return tell_silence(), false;
@@ -301,6 +302,7 @@ class exam {
   std::optional<course> its;
   std::optional<recording> signals;
   std::optional<guarded_controller> controller;
+  answer_wait waiting;
   std::vector<std::int32_t> inputs, seen, outputs, driven;
   std::vector<std::string> faults, said;
   std::int64_t cycle = 0;
@@ -312,6 +314,10 @@ class exam {
 verdict hold_exam(const exam_order& order, const std::string& self) {
   heed_signals();
   adopt_descendants();
+  if (!order.real_time) {
+    stay_on_one_processor(order.processor);
+    prctl(PR_SET_TIMERSLACK, 1);
+  }
   const auto begin = clock_type::now();
   verdict v;
   v.candidate = order.name;
