@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "outils/examen/mistakes.h"
 #include "outils/examen/scenario.h"
 #include "outils/examen/verdict.h"
 
@@ -69,8 +70,8 @@ class course {
     bool examined = false;
   };
 
-  signal find(const named_signal& wanted, std::string& not_found) const;
-  std::optional<signal> find(const std::optional<named_signal>& wanted, std::string& not_found) const;
+  signal find(const named_signal& wanted, mistakes& wrong) const;
+  std::optional<signal> find(const std::optional<named_signal>& wanted, mistakes& wrong) const;
   std::int32_t value(signal s) const { return (s.is_output ? outputs : inputs)[s.index]; }
   bool rises(signal s) const;
   bool counts_now(watch& w, std::int64_t cycle, bool while_begun) const;
