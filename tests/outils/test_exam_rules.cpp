@@ -53,8 +53,13 @@ std::string found_by(const std::string& text, const std::string& trace, const st
 }
 
 verdict a_verdict(const std::string& name, outcome what, int number = 0, const std::string& sentence = "") {
-  return {
-      .candidate = name, .what = what, .number = number, .sentence = sentence, .cycle = 2469, .cycles = 2470};
+  verdict v;
+  v.candidate = name;
+  v.what = what;
+  v.number = number;
+  v.sentence = sentence;
+  v.cycle = 2469;
+  return v;
 }
 
 }  // namespace
