@@ -99,16 +99,12 @@ std::optional<course::signal> course::find(const std::optional<named_signal>& wa
   return find(*wanted, wrong);
 }
 
-void course::force_inputs(std::int64_t cycle, std::span<std::int32_t> values) const {
-  for (std::size_t i = 0; i < forced.size(); ++i)
-    if (!forced[i].is_output && asked.forced[i].from <= cycle && cycle < asked.forced[i].until)
-      values[forced[i].index] = asked.forced[i].value;
-}
-
-void course::force_outputs(std::int64_t cycle, std::span<std::int32_t> values) const {
-  for (std::size_t i = 0; i < forced.size(); ++i)
-    if (forced[i].is_output && asked.forced[i].from <= cycle && cycle < asked.forced[i].until)
-      values[forced[i].index] = asked.forced[i].value;
+void course::force(bool output, std::int64_t cycle, std::span<std::int32_t> values) const {
+  for (std::size_t i = 0; i < forced.size(); ++i) {
+    const forcing& wanted = asked.forced[i];
+    if (forced[i].is_output == output && wanted.from <= cycle && cycle < wanted.until)
+      values[forced[i].index] = wanted.value;
+  }
 }
 
 std::vector<std::string> course::advance(std::int64_t cycle, std::span<const std::int32_t> some_inputs,
