@@ -55,7 +55,7 @@ course::course(scenario a_scenario, std::vector<std::string> some_inputs,
       output_names(std::move(some_outputs)),
       inputs(input_names.size()),
       outputs(output_names.size()) {
-  std::string wrong;
+  mistakes wrong(asked.file);
   for (const forcing& one : asked.forced) forced.push_back(find(one.signal, wrong));
   for (const operator_action& one : asked.actions)
     waited_for.push_back(find(one.on, wrong).value_or(signal{}));
@@ -76,10 +76,10 @@ course::course(scenario a_scenario, std::vector<std::string> some_inputs,
   }
   for (const expected_never& one : asked.nevers)
     nevers.emplace_back(find(one.signal, wrong), find(one.with, wrong));
-  if (!wrong.empty()) throw scenario_error(wrong);
+  if (wrong.any()) throw scenario_error(wrong.text());
 }
 
-course::signal course::find(const named_signal& wanted, std::string& not_found) const {
+course::signal course::find(const named_signal& wanted, mistakes& wrong) const {
   for (const bool is_output : {false, true}) {
     const std::vector<std::string>& names = is_output ? output_names : input_names;
     const auto at = std::find(names.begin(), names.end(), wanted.name);
@@ -88,30 +88,23 @@ course::signal course::find(const named_signal& wanted, std::string& not_found) 
   std::vector<std::string> all = input_names;
   all.insert(all.end(), output_names.begin(), output_names.end());
   const std::ptrdiff_t nearest = nearest_name(wanted.name, all);
-  if (!not_found.empty()) not_found += '\n';
-  not_found += asked.file + ":" + std::to_string(wanted.line) + ": " +
-               phrase("aucun signal ne s'appelle « {} » ; le plus proche est « {} »",
-                      "no signal is named \"{}\"; the nearest is \"{}\"",
-                      {wanted.name, all.empty() ? "-" : all[static_cast<std::size_t>(nearest)]});
+  wrong.add(wanted.line, phrase("aucun signal ne s'appelle « {} » ; le plus proche est « {} »",
+                                "no signal is named \"{}\"; the nearest is \"{}\"",
+                                {wanted.name, all.empty() ? "-" : all[static_cast<std::size_t>(nearest)]}));
   return {};
 }
 
-std::optional<course::signal> course::find(const std::optional<named_signal>& wanted,
-                                           std::string& not_found) const {
+std::optional<course::signal> course::find(const std::optional<named_signal>& wanted, mistakes& wrong) const {
   if (!wanted) return std::nullopt;
-  return find(*wanted, not_found);
+  return find(*wanted, wrong);
 }
 
-void course::force_inputs(std::int64_t cycle, std::span<std::int32_t> values) const {
-  for (std::size_t i = 0; i < forced.size(); ++i)
-    if (!forced[i].is_output && asked.forced[i].from <= cycle && cycle < asked.forced[i].until)
-      values[forced[i].index] = asked.forced[i].value;
-}
-
-void course::force_outputs(std::int64_t cycle, std::span<std::int32_t> values) const {
-  for (std::size_t i = 0; i < forced.size(); ++i)
-    if (forced[i].is_output && asked.forced[i].from <= cycle && cycle < asked.forced[i].until)
-      values[forced[i].index] = asked.forced[i].value;
+void course::force(bool output, std::int64_t cycle, std::span<std::int32_t> values) const {
+  for (std::size_t i = 0; i < forced.size(); ++i) {
+    const forcing& wanted = asked.forced[i];
+    if (forced[i].is_output == output && wanted.from <= cycle && cycle < wanted.until)
+      values[forced[i].index] = wanted.value;
+  }
 }
 
 std::vector<std::string> course::advance(std::int64_t cycle, std::span<const std::int32_t> some_inputs,

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "outils/examen/mistakes.h"
 #include "outils/examen/scenario.h"
 #include "outils/examen/verdict.h"
 
@@ -27,9 +28,9 @@ class course {
 
   // Once a cycle, in this order; values in the order of the area.
   // What the controller is to see in place of the plant's inputs.
-  void force_inputs(std::int64_t cycle, std::span<std::int32_t> values) const;
+  void force_inputs(std::int64_t cycle, std::span<std::int32_t> values) const { force(false, cycle, values); }
   // What the plant is to get in place of the controller's outputs.
-  void force_outputs(std::int64_t cycle, std::span<std::int32_t> values) const;
+  void force_outputs(std::int64_t cycle, std::span<std::int32_t> values) const { force(true, cycle, values); }
   // After both sides have spoken: what the operator does before the next cycle, as lines for the mock-up
   // ("hold dc"). `inputs` as the plant published them, `outputs` as the controller wrote them.
   std::vector<std::string> advance(std::int64_t cycle, std::span<const std::int32_t> inputs,
@@ -69,8 +70,9 @@ class course {
     bool examined = false;
   };
 
-  signal find(const named_signal& wanted, std::string& not_found) const;
-  std::optional<signal> find(const std::optional<named_signal>& wanted, std::string& not_found) const;
+  void force(bool output, std::int64_t cycle, std::span<std::int32_t> values) const;
+  signal find(const named_signal& wanted, mistakes& wrong) const;
+  std::optional<signal> find(const std::optional<named_signal>& wanted, mistakes& wrong) const;
   std::int32_t value(signal s) const { return (s.is_output ? outputs : inputs)[s.index]; }
   bool rises(signal s) const;
   bool counts_now(watch& w, std::int64_t cycle, bool while_begun) const;

@@ -98,7 +98,7 @@ void read_speeds(toml_table& top, scenario& asked, mistakes& wrong) {
     action.what = kind::set;
     action.label = std::string(key.str());
     action.line = static_cast<int>(key.source().begin.line);
-    if (!node.is_number()) wrong.add(node, phrase("il faut un nombre", "a number is needed"));
+    if (!node.is_number()) wrong.add(action.line, phrase("il faut un nombre", "a number is needed"));
     action.value = node.value<double>().value_or(0);
     asked.actions.push_back(action);
   }
@@ -132,8 +132,8 @@ void read_expectations(toml_table& top, scenario& asked) {
     if (!asked.fault.empty()) from.refuse(phrase("un seul défaut peut venir", "only one fault can come"));
     asked.fault = from.text("attendu");
   });
-  if (asked.deliveries.empty() && asked.rests.empty() && asked.stops.empty() && asked.nevers.empty() &&
-      asked.fault.empty())
+  const auto kinds = {"livraisons", "repos", "arret", "jamais", "defaut"};
+  if (std::none_of(kinds.begin(), kinds.end(), [&](const char* key) { return top.has(key); }))
     top.refuse(phrase(
         "rien n'est attendu : il faut [[livraisons]], [[repos]], [[arret]], [[jamais]] ou [defaut]",
         "nothing is expected: [[livraisons]], [[repos]], [[arret]], [[jamais]] or [defaut] is needed"));

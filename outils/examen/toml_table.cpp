@@ -6,19 +6,6 @@
 #include "bibliocpp/nearest_name.h"
 #include "outils/examen/phrase.h"
 
-void mistakes::add(const toml::node& at, const std::string& text) {
-  add(static_cast<int>(at.source().begin.line), text);
-}
-
-std::string mistakes::text() const {
-  std::string all;
-  for (const auto& [line, what] : by_line) {
-    if (!all.empty()) all += '\n';
-    all += file + ":" + std::to_string(line) + ": " + what;
-  }
-  return all;
-}
-
 toml_table::~toml_table() {
   for (const auto& [key, value] : table) {
     const std::string name(key.str());
@@ -93,8 +80,9 @@ void toml_table::tables(const char* key, const std::function<void(toml_table&)>&
   if (found == nullptr) return;
   const auto read_one = [&](const toml::node& one) {
     if (!one.is_table())
-      return wrong.add(one, phrase("il faut [[{}]], et ses clés en dessous",
-                                   "[[{}]] is needed, and its keys below", {key}));
+      return wrong.add(
+          static_cast<int>(one.source().begin.line),
+          phrase("il faut [[{}]], et ses clés en dessous", "[[{}]] is needed, and its keys below", {key}));
     toml_table reader(*one.as_table(), wrong);
     read(reader);
   };

@@ -4,23 +4,10 @@
 #include <toml++/toml.h>
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <string>
 #include <vector>
 
-class mistakes {
- public:
-  explicit mistakes(std::string a_file) : file(std::move(a_file)) {}
-  void add(int line, const std::string& text) { by_line.emplace(line, text); }
-  void add(const toml::node& at, const std::string& text);
-  bool any() const { return !by_line.empty(); }
-  // "FILE:LINE: what is wrong", a line each, in the order of the file.
-  std::string text() const;
-
- private:
-  std::string file;
-  std::multimap<int, std::string> by_line;
-};
+#include "outils/examen/mistakes.h"
 
 // A table of the file. Each key that is asked for is known from then on; one that nobody has asked for is
 // told as a mistake, with the nearest known one, when the reader goes. What is not of the expected kind is a
@@ -36,7 +23,7 @@ class toml_table {
   int line_of(const char* key) const;  // the table's where there is no such key
   bool has(const char* key) const { return table.contains(key); }
   void require(const char* key) const;
-  void refuse(const std::string& text) const { wrong.add(table, text); }
+  void refuse(const std::string& text) const { wrong.add(line(), text); }
   void refuse(const char* key, const std::string& text) const;
 
   const toml::node* node(const char* key);  // null where there is none
