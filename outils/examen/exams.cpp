@@ -31,7 +31,7 @@ constexpr std::string exam_order::*texts[] = {&exam_order::plant, &exam_order::p
                                               &exam_order::name};
 constexpr int exam_order::*numbers[] = {&exam_order::acceleration, &exam_order::patience_ms,
                                         &exam_order::most_seconds, &exam_order::memory_mib,
-                                        &exam_order::random_seed, &exam_order::processor};
+                                        &exam_order::random_seed,  &exam_order::processor};
 constexpr bool exam_order::*choices[] = {&exam_order::real_time, &exam_order::boxed};
 constexpr std::size_t own_words = 1 + std::size(texts) + std::size(numbers) + std::size(choices);
 
