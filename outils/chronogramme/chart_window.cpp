@@ -12,7 +12,7 @@
 #include "bibliocpp/language.h"
 #include "bibliocpp/signal_files.h"
 #include "maquettes_graphiques/mock_up/run_end.h"
-#include "outils/chronogramme/png_file.h"
+#include "outils/pictures/png_file.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "outils/chronogramme/png_file.h"
+#include "outils/pictures/png_file.h"
 
 #include <png.h>
 

@@ -1,0 +1,45 @@
+#include "outils/examen/evidence.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <deque>
+#include <filesystem>
+#include <fstream>
+
+#include "outils/examen/harmless.h"
+#include "outils/examen/phrase.h"
+#include "outils/examen/scenario.h"
+
+namespace {
+
+constexpr std::streamoff most_read = 64 * 1024;
+
+}  // namespace
+
+std::vector<std::string> happened(const verdict& v, std::size_t most) {
+  std::vector<std::string> lines;
+  const std::size_t first = v.events.size() - std::min<std::size_t>(v.events.size(), most);
+  if (first > 0) lines.push_back(phrase("... ({} avant)", "... ({} before)", {std::to_string(first)}));
+  for (std::size_t i = first; i < v.events.size(); ++i) {
+    std::array<char, 40> time{};
+    std::snprintf(time.data(), time.size(), "%10.3f s  ", seconds_of(v.events[i].cycle));
+    lines.push_back(time.data() + harmless(v.events[i].text));
+  }
+  return lines;
+}
+
+// Whatever its size, and though one line may be all of it.
+std::vector<std::string> last_errors(const verdict& v, std::size_t most) {
+  std::ifstream file(std::filesystem::path(v.evidence) / evidence_files::errors, std::ios::binary);
+  if (v.evidence.empty() || !file) return {};
+  file.seekg(0, std::ios::end);
+  const std::streamoff size = file.tellg();
+  file.seekg(std::max<std::streamoff>(0, size - most_read));
+  std::deque<std::string> last;
+  for (std::string line; std::getline(file, line);) {
+    last.push_back(harmless(line));
+    if (last.size() > most) last.pop_front();
+  }
+  return {last.begin(), last.end()};
+}

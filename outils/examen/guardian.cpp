@@ -1,0 +1,197 @@
+#include "outils/examen/guardian.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <optional>
+#include <string_view>
+
+#include "outils/child_processes/descendants.h"
+#include "outils/child_processes/launch.h"
+#include "outils/examen/acceleration.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using clock_type = std::chrono::steady_clock;
+
+// The first and the last of what a controller writes, however much that is.
+class kept_text {
+ public:
+  void add(std::string_view some) {
+    const std::size_t fits = std::min(some.size(), most - first.size());
+    first.append(some.substr(0, fits));
+    last.append(some.substr(fits));
+    if (last.size() <= 2 * most) return;
+    left_out += last.size() - most;
+    last.erase(0, last.size() - most);
+  }
+  std::string text() const {
+    const std::string gap = left_out == 0 ? "" : "\n[... " + std::to_string(left_out) + " ...]\n";
+    return first + gap + last;
+  }
+
+ private:
+  static constexpr std::size_t most = 1 << 16;
+  std::string first, last;
+  std::size_t left_out = 0;
+};
+
+void limit(__rlimit_resource_t what, rlim_t most) {
+  const rlimit both{most, most};
+  setrlimit(what, &both);
+}
+
+// In the process that becomes the controller.
+void prepare(const controller_limits& limits, int streams) {
+  dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
+  for (const int stream : {STDOUT_FILENO, STDERR_FILENO}) dup2(streams, stream);
+  for (const int number : {SIGTERM, SIGINT, SIGHUP, SIGPIPE, SIGCHLD}) signal(number, SIG_DFL);
+  limit(RLIMIT_CORE, 0);
+  limit(RLIMIT_FSIZE, static_cast<rlim_t>(limits.file_mib) << 20);
+  // The kernel counts a user's processes; only in a namespace are they this controller's alone.
+  if (getppid() == 1) limit(RLIMIT_NPROC, static_cast<rlim_t>(limits.processes));
+  accelerate_pauses(limits.acceleration);
+}
+
+long resident_pages(pid_t pid) {
+  long all = 0, resident = 0;
+  std::ifstream("/proc/" + std::to_string(pid) + "/statm") >> all >> resident;
+  return resident;
+}
+
+class guardian {
+ public:
+  guardian(int a_channel, const controller_limits& some) : channel(a_channel), limits(some) {
+    if (pipe2(streams, O_CLOEXEC) == 0) fcntl(streams[0], F_SETFL, O_NONBLOCK);
+    fcntl(channel, F_SETFD, FD_CLOEXEC);
+  }
+
+  void start(const std::vector<std::string>& command) {
+    const auto [pid, error] = launch(command, SIGKILL, [this] { prepare(limits, streams[1]); });
+    close(streams[1]);
+    controller = pid;
+    if (pid < 0) tell("refused", error);
+  }
+
+  // Until the exam wants no more, or the controller has to go.
+  void watch() {
+    constexpr auto examine_every = 50ms;
+    auto next_examination = clock_type::now();
+    while (!asked_to_end()) {
+      read_streams();
+      take_leave();
+      if (clock_type::now() < next_examination) continue;
+      next_examination = clock_type::now() + examine_every;
+      if (!told_end && !within_limits()) return;
+    }
+    wait_for_descendants(300ms);
+    signal_descendants(SIGTERM);
+    wait_for_descendants(200ms);
+  }
+
+  void end() {
+    end_descendants(0ms);
+    read_streams();
+    const std::string text = kept.text();
+    tell("wrote", static_cast<long>(text.size()));
+    say(text);
+  }
+
+ private:
+  void say(std::string_view text) const {
+    while (!text.empty()) {
+      const ssize_t count = write(channel, text.data(), text.size());
+      if (count < 0 && errno != EINTR) return;
+      if (count > 0) text.remove_prefix(static_cast<std::size_t>(count));
+    }
+  }
+  void tell(const char* what, long number) const { say(what + (" " + std::to_string(number)) + "\n"); }
+
+  bool asked_to_end() {
+    std::array<pollfd, 2> awaited{{{channel, POLLIN, 0}, {streams[0], POLLIN, 0}}};
+    // Once all writers have gone it would be readable for ever.
+    poll(awaited.data(), streams_open ? 2 : 1, 10);
+    return awaited[0].revents != 0;
+  }
+
+  // No more than so much at once, whatever is written meanwhile.
+  void read_streams() {
+    std::array<char, 1 << 16> some;
+    for (int n = 0; n < 16; ++n) {
+      const ssize_t count = read(streams[0], some.data(), some.size());
+      if (count == 0) streams_open = false;
+      if (count <= 0) return;
+      kept.add({some.data(), static_cast<std::size_t>(count)});
+    }
+  }
+
+  // A script that has ended well may have left the controller proper running behind it.
+  void take_leave() {
+    int status = 0;
+    pid_t ended = 0;
+    while ((ended = waitpid(-1, &status, WNOHANG)) > 0)
+      if (ended == controller) end_status = status;
+    if (!end_status || told_end) return;
+    if (*end_status == 0 && ended == 0) return;  // there are others
+    told_end = true;
+    WIFSIGNALED(*end_status) ? tell("killed", WTERMSIG(*end_status))
+                             : tell("exited", WEXITSTATUS(*end_status));
+  }
+
+  bool within_limits() const {
+    const std::vector<pid_t> all = descendants();
+    if (std::ssize(all) > limits.processes) return tell("processes", std::ssize(all)), false;
+    long pages = 0;
+    for (const pid_t pid : all) pages += resident_pages(pid);
+    const long mib = pages * sysconf(_SC_PAGESIZE) >> 20;
+    if (mib > limits.memory_mib) return tell("memory", mib), false;
+    return true;
+  }
+
+  const int channel;
+  const controller_limits limits;
+  int streams[2] = {-1, -1};
+  bool streams_open = true, told_end = false;
+  pid_t controller = -1;
+  std::optional<int> end_status;
+  kept_text kept;
+};
+
+constexpr std::size_t own_words = 5;
+
+}  // namespace
+
+std::vector<std::string> guardian_words(const std::string& self, int channel, const controller_limits& limits,
+                                        const std::vector<std::string>& command) {
+  std::vector<std::string> words{self, guardian_option};
+  for (const int number :
+       {channel, limits.memory_mib, limits.processes, limits.file_mib, limits.acceleration})
+    words.push_back(std::to_string(number));
+  words.insert(words.end(), command.begin(), command.end());
+  return words;
+}
+
+int guard(const std::vector<std::string>& words) {
+  if (words.size() <= own_words) return 2;
+  std::array<int, own_words> numbers{};
+  for (std::size_t n = 0; n < own_words; ++n) numbers[n] = std::atoi(words[n].c_str());
+  // A controller may signal whom it likes.
+  for (const int number : {SIGTERM, SIGINT, SIGHUP, SIGPIPE}) signal(number, SIG_IGN);
+  adopt_descendants();
+  guardian its(numbers[0], {numbers[1], numbers[2], numbers[3], numbers[4]});
+  its.start({words.begin() + own_words, words.end()});
+  its.watch();
+  its.end();
+  return 0;
+}
