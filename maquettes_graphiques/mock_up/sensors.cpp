@@ -24,21 +24,21 @@ void sensor_set::part_in_zone(bool& seen, const movepart_manager& registry, int 
 }
 
 void sensor_set::proximity(bool& seen, int x, int y, std::function<double()> position, double place,
-                        double reach, double release) {
+                           double reach, double release) {
   add(seen, x, y, [&seen, position = std::move(position), place, reach, release] {
     return std::abs(position() - place) < (seen ? release : reach);
   });
 }
 
 void sensor_set::proximity(bool& seen, int x, int y, std::function<double()> position, double place,
-                        double reach) {
+                           double reach) {
   proximity(seen, x, y, std::move(position), place, reach, reach);
 }
 
-void sensor_set::level(bool& seen, int x, int y, std::function<double()> height, double mark, double release) {
-  add(seen, x, y, [height = std::move(height), state = threshold(mark, release)]() mutable {
-    return state(height());
-  });
+void sensor_set::level(bool& seen, int x, int y, std::function<double()> height, double mark,
+                       double release) {
+  add(seen, x, y,
+      [height = std::move(height), state = threshold(mark, release)]() mutable { return state(height()); });
 }
 
 void sensor_set::add(bool& seen, int x, int y, std::function<bool()> look) {

@@ -29,8 +29,7 @@ movepart* source::give(std::size_t kind) {
   made& its = store.emplace_back();
   its.kind = kind;
   its.part.define(man, form, behind);
-  for (const part_box& box : boxes)
-    its.part.add(birth_x + box.x, birth_y + box.y, box.w, box.h, box.colour);
+  for (const part_box& box : boxes) its.part.add(birth_x + box.x, birth_y + box.y, box.w, box.h, box.colour);
   return alive.emplace_back(&its.part);
 }
 

@@ -29,8 +29,8 @@ class source {
   // By command: a part of the kind drawn by lot, or of that one; null while the place is not free.
   movepart* give();
   movepart* give(std::size_t kind);
-  // By time: to be called once a cycle. A part comes after `cycles` calls without one, as soon as the place is
-  // free; null in all other calls.
+  // By time: to be called once a cycle. A part comes after `cycles` calls without one, as soon as the place
+  // is free; null in all other calls.
   movepart* every(int cycles);
 
   const std::list<movepart*>& parts() const { return alive; }

@@ -85,8 +85,9 @@ int movepart_manager::collision(movepart* p) {
 movepart* movepart_manager::part_in(FL_Coord x, FL_Coord y, FL_Coord w, FL_Coord h) const {
   const auto end = tab.begin() + number;
   const auto found = std::find_if(tab.begin(), end, [&](const movepart* part) {
-    return part != nullptr &&
-           any_box_of(*part, [&](const pixel_box& box) { return overlap(box, {x, y, x + w, y + h}); });
+    return part != nullptr && any_box_of(*part, [&](const pixel_box& box) {
+             return overlap(box, {x, y, x + w, y + h});
+           });
   });
   return found == end ? nullptr : *found;
 }

@@ -22,9 +22,9 @@ class movepart_manager {
   void suppart(movepart* ppart);
 
   // 1 when a box of p overlaps a box of another registered part, carried parts and carriers
-  // included (but for those of movepart::carry()), else 0. Bases are truncated to whole pixels before the offsets are added, and sums
-  // again; boxes that only touch do not overlap. When p is not registered the process ends with
-  // status 1 after "collision: erreur interne !" and p's address on the next line.
+  // included (but for those of movepart::carry()), else 0. Bases are truncated to whole pixels before the
+  // offsets are added, and sums again; boxes that only touch do not overlap. When p is not registered the
+  // process ends with status 1 after "collision: erreur interne !" and p's address on the next line.
   int collision(movepart* p);
 
   // The first part of which a box overlaps the rectangle, by the same measure; null when none does.
