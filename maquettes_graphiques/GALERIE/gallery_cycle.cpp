@@ -28,11 +28,11 @@ void show_gallery(gallery& g) {
 
 void gallery_cycle(gallery& g) {
   set_speeds(g);
-  g.pieces.report(g.signals.seen);
-  g.liquid.report(g.signals.seen);
-  g.jacks.report(g.signals.seen);
+  g.pieces.report(g.signals.values.seen);
+  g.liquid.report(g.signals.values.seen);
+  g.jacks.report(g.signals.values.seen);
   g.signals.exchange();
-  const commands& wanted = g.signals.wanted;
+  const commands& wanted = g.signals.values.wanted;
   g.pieces.advance(wanted);
   g.liquid.advance(wanted);
   g.jacks.advance(wanted);

@@ -30,7 +30,7 @@ void paint_captions() {
     int x, y;
   };
   constexpr caption captions[] = {{"arrivee", 28, lane_1 + 50},
-                                  {"porte", gate_1 + 6, lane_1 - 36},
+                                  {"porte", gate_1 + 6, lane_1 - 42},
                                   {"poussoir", 226, lane_1 - 70},
                                   {"tapis 1", 230, lane_1 - 26},
                                   {"tapis 2", 290, lane_2 + 36},
@@ -60,15 +60,14 @@ sorter::sorter(sorter_plant& its_signals)
       short_ones(parcels, kinds),
       long_ones(parcels, kinds),
       belt_1(&window, 14, top_of(lane_1), axle_x - disc, belt_width, belt_speed),
-      belt_2(&window, left_bin - 60, top_of(lane_2), 290, belt_width, -belt_speed),
+      belt_2(&window, left_bin - 60, top_of(lane_2), 210, belt_width, -belt_speed),
       belt_3(&window, 430, top_of(lane_3), right_bin - 400, belt_width, belt_speed),
       pusher(&window, pusher_x - 15, pusher_top, travel, 30, rod, rod_width, 1.5, 2, nullptr, 0),
       table(&window, axle_x, lane_1, disc, 0, 1.5) {
   table.disc_on_axle();
   scene->color(FL_LIGHT2);
 
-  auto& seen = signals.seen;
-  auto& wanted = signals.wanted;
+  auto& [seen, wanted] = signals.values;
   sensors.light_gate(seen[entree::porte_1], registry, gate_1, lane_1 - 26, lane_1 + 26);
   sensors.light_gate(seen[entree::porte_2], registry, gate_2, lane_1 - 26, lane_1 + 26);
   sensors.part_in_zone(seen[entree::colis_poussoir], registry, pusher_x + 12, lane_1 + 8, 1, 1);
@@ -100,8 +99,8 @@ void sorter::cycle() {
     bring_parcels();
     push();
     turn();
-    carry_away(belt_2, signals.wanted[sortie::TAPIS_2], short_ones, short_parcel, long_among_short);
-    carry_away(belt_3, signals.wanted[sortie::TAPIS_3], long_ones, long_parcel, short_among_long);
+    carry_away(belt_2, signals.values.wanted[sortie::TAPIS_2], short_ones, short_parcel, long_among_short);
+    carry_away(belt_3, signals.values.wanted[sortie::TAPIS_3], long_ones, long_parcel, short_among_long);
   });
 }
 
@@ -110,20 +109,20 @@ void sorter::bring_parcels() {
   if (movepart* const parcel = clear ? parcels.every(static_cast<int>(interval)) : nullptr)
     take(belt_1, *parcel);
   belt_1.change_speed(belt_speed);
-  if (signals.wanted[sortie::TAPIS_1]) belt_1.activate();
+  if (signals.values.wanted[sortie::TAPIS_1]) belt_1.activate();
   belt_1.react();
   belt_1.draw();
   const std::list<movepart*> on_belt = belt_1.part_list();
   for (movepart* const parcel : on_belt) {
     if (parcel->actual_first_xpos() < table_edge) continue;
-    if (signals.wanted[sortie::TABLE] || !table.part_list().empty()) fault(table_not_free);
+    if (signals.values.wanted[sortie::TABLE] || !table.part_list().empty()) fault(table_not_free);
     hand_over(*parcel, belt_1, table);
   }
 }
 
 // Whatever the rod meets on its way is pushed on, and left where the rod draws back from it.
 void sorter::push() {
-  const bool out = signals.wanted[sortie::POUSSER], back = signals.wanted[sortie::RECULER];
+  const bool out = signals.values.wanted[sortie::POUSSER], back = signals.values.wanted[sortie::RECULER];
   const int end = pusher_top + rod + static_cast<int>(pusher.my_travel());
   movepart* const met = registry.part_in(pusher_x - rod_width / 2, lane_1 - belt_width, rod_width,
                                          end + 2 - (lane_1 - belt_width));
@@ -142,11 +141,11 @@ void sorter::push() {
 }
 
 void sorter::turn() {
-  if (signals.wanted[sortie::TABLE]) table.activate();
+  if (signals.values.wanted[sortie::TABLE]) table.activate();
   table.react();
   table.redraw();
-  if (!signals.seen[entree::colis_sortie] || !signals.wanted[sortie::TAPIS_3] ||
-      signals.wanted[sortie::TABLE])
+  if (!signals.values.seen[entree::colis_sortie] || !signals.values.wanted[sortie::TAPIS_3] ||
+      signals.values.wanted[sortie::TABLE])
     return;
   const std::list<movepart*> on_table = table.part_list();
   for (movepart* const parcel : on_table) hand_over(*parcel, table, belt_3);

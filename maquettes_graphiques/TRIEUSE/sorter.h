@@ -20,8 +20,8 @@ class sorter {
   // One cycle, after a look at the desk.
   void cycle();
 
-  Fl_Double_Window window{900, 375, "trieuse"};
-  desk operators{775, 14};
+  Fl_Double_Window window{930, 375, "trieuse"};
+  desk operators{775, 14, 145};
 
  private:
   void bring_parcels();

@@ -59,23 +59,16 @@ Fl_Button* desk::button(const std::string& label, bool& held, const std::string&
   return its;
 }
 
-Fl_Light_Button* desk::light_button(const std::string& label) {
+Fl_Light_Button* desk::toggle(const std::string& label, bool& on, bool by_hand) {
   auto* const its = add<Fl_Light_Button>(label, width, height);
-  below(height + gap);
-  return its;
-}
-
-Fl_Light_Button* desk::toggle(const std::string& label, bool& on) {
-  Fl_Light_Button* const its = light_button(label);
   its->value(on);
-  to_read.emplace_back([its, &on] { on = its->value() != 0; });
-  return its;
-}
-
-Fl_Light_Button* desk::indicator(const std::string& label, const bool& on) {
-  Fl_Light_Button* const its = light_button(label);
-  its->set_output();
-  to_show.emplace_back([its, &on] { its->value(on); });
+  below(height + gap);
+  if (by_hand) {
+    to_read.emplace_back([its, &on] { on = its->value() != 0; });
+  } else {
+    its->set_output();
+    to_show.emplace_back([its, &on] { its->value(on); });
+  }
   return its;
 }
 

@@ -36,10 +36,8 @@ class desk {
   Fl_Button* button(const std::string& label, bool& held, const std::string& caption = "");
   // For what is done once: pressed() is called in the cycle that takes it.
   Fl_Button* button(const std::string& label, std::function<void()> pressed);
-  // A switch with a light, which is the operator's.
-  Fl_Light_Button* toggle(const std::string& label, bool& on);
-  // The same to look at, but it only shows.
-  Fl_Light_Button* indicator(const std::string& label, const bool& on);
+  // A switch with a light. When it is not the operator's, it only shows.
+  Fl_Light_Button* toggle(const std::string& label, bool& on, bool by_hand = true);
   // A square of 10 pixels that lights up, its label on its right.
   Fl_Box* lamp(const std::string& label, const bool& lit, Fl_Color colour = FL_YELLOW);
   // A number in a frame, its label on its right.
@@ -61,7 +59,6 @@ class desk {
   void add_text(const std::string& label, int x, int w) const;
   void below(int distance) { next_y += distance; }
   Fl_Button* plain_button(const std::string& label, int w);
-  Fl_Light_Button* light_button(const std::string& label);
 
   int next_x, next_y, width, height;
   std::vector<std::function<void()>> to_show, to_read;

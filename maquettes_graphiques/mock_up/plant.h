@@ -20,7 +20,7 @@ template <typename Input, typename Output>
 class plant {
  public:
   // Creates the area and starts the controller that the arguments name (start_up.h). Without arguments there
-  // is neither: then `wanted` is nobody's but the mock-up's own. To be made before the first window.
+  // is neither: then values.wanted is nobody's but the mock-up's own. To be made before the first window.
   plant(int argc, char** argv) : plant(joined_arguments(argc, argv)) {
     fl_initialize(&argc, argv, nullptr, nullptr, 0);
   }
@@ -34,8 +34,10 @@ class plant {
     end_exchange_at_exit(*area);
   }
 
-  signal_values<Input> seen;     // what the controller is to see
-  signal_values<Output> wanted;  // what it commands: 1 counts, nothing else does
+  struct {
+    signal_values<Input> seen;     // what the controller is to see
+    signal_values<Output> wanted;  // what it commands: 1 counts, nothing else does
+  } values;
 
   bool has_controller() const { return area != nullptr; }
   IOsharemem_server* its_area() const { return area; }  // null when there is none
@@ -43,9 +45,9 @@ class plant {
   // Publishes what is seen as one batch, then reads what is wanted.
   void exchange() {
     if (area == nullptr) return;
-    for_each_signal<Input>([this](Input i) { area->setreset_input(i, seen[i]); });
+    for_each_signal<Input>([this](Input i) { area->setreset_input(i, values.seen[i]); });
     area->inputs_go();
-    for_each_signal<Output>([this](Output k) { wanted[k] = area->output_value(k) == 1; });
+    for_each_signal<Output>([this](Output k) { values.wanted[k] = area->output_value(k) == 1; });
   }
 
   // Runs until the operator presses Quit or closes the window, or something else ends the run (run_cycles.h).
