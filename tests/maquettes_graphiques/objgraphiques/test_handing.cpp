@@ -62,7 +62,9 @@ TEST(handing, a_part_goes_from_belt_to_jack_and_on_and_an_idle_jack_pushes_nothi
     jack.activate_out();
     spring.activate_out();
     arm.activate_out();
-    jack.react() + spring.react() + arm.react();
+    jack.react();
+    spring.react();
+    arm.react();
     jack.draw();
     spring.draw();
     arm.draw();
