@@ -15,7 +15,7 @@
 #include "bibliocpp/formspp.h"
 #include "maquettes_graphiques/mock_up/sensors.h"
 #include "maquettes_graphiques/objgraphiques.h"
-#include "outils/chronogramme/png_file.h"
+#include "outils/pictures/png_file.h"
 
 namespace {
 
