@@ -6,6 +6,8 @@ set(programs ${WAGONS_PROGRAMS} ${WAGONS_PLANTS} ${WAGONS_CONTROLLERS})
 install(TARGETS ${programs})
 list(TRANSFORM programs REPLACE ".+" "packaging/man/\\0.1" OUTPUT_VARIABLE pages)
 install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+list(TRANSFORM programs REPLACE ".+" "packaging/man/fr/\\0.1" OUTPUT_VARIABLE french_pages)
+install(FILES ${french_pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/fr/man1)
 
 set(completions ${CMAKE_CURRENT_BINARY_DIR}/completions)
 file(COPY packaging/completion/ DESTINATION ${completions})

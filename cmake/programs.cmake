@@ -1,4 +1,4 @@
-# Every program that is installed, each with its page in packaging/man: a new one is a word here.
+# Every program that is installed, each with its pages in packaging/man and packaging/man/fr: a new one is a word here.
 # These answer --help and --version, and a shell completes their options.
 set(WAGONS_PROGRAMS
   atelier banc_essai chronogramme examen nettoyer_zones passerelle_modbus signal_journal surveillant visionneuse)
