@@ -1,80 +1,75 @@
 """test_translations.py PROJECT: each page says the same in both languages, as far as a program can tell."""
-import collections
-import pathlib
+import os
 import re
 import sys
-
-LINK = re.compile(r"\]\(([^)#:]+)(?:#[^)]*)?\)")
-Page = collections.namedtuple("Page", "levels blocks tables links")
+from itertools import zip_longest
+from pathlib import Path
 
 
 def read(path):
-    """What is not prose: the levels of headings, blocks of code, tables as rows of cells, files linked to."""
-    page, fence, table, before = Page([], [], [], []), False, False, ""
-    for line in path.read_text().splitlines():
-        if line.startswith("```") or fence:
-            if not fence:
-                page.blocks.append("")
-            page.blocks[-1] += line + "\n"
-            fence = not fence if line.startswith("```") else fence
-        elif line.startswith("    ") and (not before or before.startswith("    ")):
-            if not before:
-                page.blocks.append("")
-            page.blocks[-1] += line + "\n"
-        else:
-            if line.startswith("#"):
-                page.levels.append(line.split()[0])
-            if line.startswith("|"):
-                if not table:
-                    page.tables.append([])
-                page.tables[-1].append(line.replace(r"\|", "").strip("|").split("|"))
-            table = line.startswith("|")
-            page.links.extend((path.parent / target).resolve() for target in LINK.findall(line))
+    """What is not prose: blocks of code as lists of lines, levels of headings, tables as rows of cells, links."""
+    blocks, levels, tables, links = [], [], [], []
+    fenced, before = False, ""
+    for line in path.read_text(encoding="utf-8").splitlines():
+        indented = line.startswith("    ") and (not before or before.startswith("    "))
+        if fenced or indented or line.startswith("```"):
+            if not (fenced or indented and before):
+                blocks.append([])
+            blocks[-1].append(line)
+            fenced ^= line.startswith("```")
+        elif line.startswith("|"):
+            if not before.startswith("|"):
+                tables.append([])
+            tables[-1].append(line.strip("|").split("|"))
+        elif line.startswith("#"):
+            levels.append(line.split()[0])
+        if not (fenced or indented):
+            links += [Path(os.path.relpath(path.parent / to)) for to in re.findall(r"\]\(([^)#:]+)[^):]*\)", line)]
         before = line
-    return page
+    return blocks, levels, tables, links
 
 
-def quoted(row):
-    return sorted(re.findall(r"`[^`]+`", "|".join(row)))
+def fixed(row):
+    """What no translation changes: texts in backticks and digits."""
+    return sorted(re.findall(r"`[^`]+`|\d+", "|".join(row)))
 
 
-def differences(english, french, in_french):
-    """Sentences; in_french gives a page's other half."""
-    ours, theirs = read(english), read(french)
-    for path, page, other in ((english, ours, french), (french, theirs, english)):
-        yield from (f"{path} links to {link}, which is not there" for link in page.links if not link.exists())
-        if other.resolve() not in page.links:
-            yield f"{path} has no link to {other}"
-    if ours.levels != theirs.levels:
-        yield f"{french} has headings of the levels {theirs.levels}, not {ours.levels}"
-    if len(ours.blocks) != len(theirs.blocks):
-        yield f"{french} has {len(theirs.blocks)} blocks of code, not {len(ours.blocks)}"
-    for one, other in zip(ours.blocks, theirs.blocks):
-        for line, same in zip(one.splitlines() + ["(its end)"], other.splitlines() + ["(its end)"]):
-            if line != same:
-                yield f"{french} has in a block of code {same!r}, not {line!r}"
-                break
-    if len(ours.tables) != len(theirs.tables):
-        yield f"{french} has {len(theirs.tables)} tables, not {len(ours.tables)}"
-    for number, (one, other) in enumerate(zip(ours.tables, theirs.tables), 1):
-        if [len(row) for row in one] != [len(row) for row in other]:
-            yield f"{french}, table {number}: rows or columns differ in number"
-        for n, (row, same) in enumerate(zip(one, other), 1):
-            if quoted(row) != quoted(same):
-                yield f"{french}, table {number}, row {n} has {quoted(same)}, not {quoted(row)}"
-    wanted = {in_french.get(link, link) for link in ours.links} - {french.resolve()}
-    for link in sorted(wanted ^ (set(theirs.links) - {english.resolve()})):
+def differences(english, french):
+    blocks, levels, tables, links = read(english)
+    french_blocks, french_levels, french_tables, french_links = read(french)
+    for path, all_links in ((english, links), (french, french_links)):
+        yield from (f"{path} links to {link}, which is not there" for link in all_links if not link.exists())
+    if levels != french_levels:
+        yield f"{french} has the headings {' '.join(french_levels)}, {english} has {' '.join(levels)}"
+    if len(blocks) != len(french_blocks):
+        yield f"{french} has {len(french_blocks)} blocks of code, {english} has {len(blocks)}"
+    for block, french_block in zip(blocks, french_blocks):
+        lines = [pair for pair in zip_longest(block, french_block, fillvalue="(its end)") if pair[0] != pair[1]]
+        if lines:
+            yield f"{french} has in a block of code {lines[0][1]!r}, {english} has {lines[0][0]!r}"
+    if len(tables) != len(french_tables):
+        yield f"{french} has {len(french_tables)} tables, {english} has {len(tables)}"
+    for n, (table, french_table) in enumerate(zip(tables, french_tables), 1):
+        if [len(row) for row in table] != [len(row) for row in french_table]:
+            yield f"{french}, table {n}: its rows or columns are not as many as in {english}"
+        for row, french_row in zip(table, french_table):
+            if fixed(row) != fixed(french_row):
+                yield f"{french}, table {n} has {fixed(french_row)}, {english} has {fixed(row)}"
+    if french not in links or english not in french_links:
+        yield f"{english} and {french} do not lead to each other"
+    # Otherwise both lead to the same, a French page to French ones.
+    wanted = {pages.get(link, link) for link in links if link != french}
+    for link in sorted(wanted ^ {link for link in french_links if link != english}):
         yield f"{french} {'does not link' if link in wanted else 'links'} to {link}, unlike {english}"
 
 
-project = pathlib.Path(sys.argv[1])
-pages = {page: page.parent / "fr" / page.name for page in sorted(project.glob("doc/*.md"))}
-if (project / "README.fr.md").exists():
-    pages[project / "README.md"] = project / "README.fr.md"
-in_french = {english.resolve(): french.resolve() for english, french in pages.items() if french.exists()}
+os.chdir(sys.argv[1])
+pages = {page: page.parent / "fr" / page.name for page in sorted(Path("doc").glob("*.md"))}
+if Path("README.fr.md").exists():
+    pages[Path("README.md")] = Path("README.fr.md")
 found = [f"{english} has no {french}" for english, french in pages.items() if not french.exists()]
 for english, french in pages.items():
     if french.exists():
-        found += differences(english, french, in_french)
+        found += differences(english, french)
 print("\n".join(found) or f"{len(pages)} pages are the same in both languages")
 sys.exit(bool(found) or not pages)
