@@ -103,7 +103,9 @@ class exam {
 
  private:
   plant_line next_line() {
-    constexpr auto patience = 20s;
+    // A plant does nothing but its cycle, and starts up before the first one.
+    const auto patience =
+        std::chrono::milliseconds(order.patience_ms) * (cycle == 0 ? 2 : 1) * first_patience;
     const auto deadline = clock_type::now() + patience;
     for (;;) {
       if (auto line = plant->next(patience)) return *line;
