@@ -3,5 +3,5 @@
 set(WAGONS_PROGRAMS
   atelier banc_essai chronogramme nettoyer_zones passerelle_modbus signal_journal surveillant visionneuse)
 # The arguments of these are the controller's command, or what a plant gives.
-set(WAGONS_PLANTS wagons galerie)
-set(WAGONS_CONTROLLERS controleur_mine controleur_galerie commande_manuelle)
+set(WAGONS_PLANTS wagons galerie trieuse)
+set(WAGONS_CONTROLLERS controleur_mine controleur_galerie controleur_trieuse commande_manuelle)
