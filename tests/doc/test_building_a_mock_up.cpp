@@ -40,7 +40,7 @@ TEST(building_a_mock_up, its_steps_are_taken_without_a_person) {
     process it({"bash", "-c",
                 in_repository("script/headless") + options + built(plant) + " " +
                     built("controleur_" + plant) + " <" + steps},
-               {"WAGONS_BIN=" + built("")});
+               {"programs=" + built("")});
     const int status = it.wait(std::chrono::seconds(100));
     return std::to_string(status) + (status != 0 ? it.errors() : "");
   };
