@@ -6,15 +6,9 @@
 #include <vector>
 
 #include "bibliocpp/grafcet_file/chart.h"
+#include "bibliocpp/grafcet_file/remarks.h"
 
 namespace grafcet_file {
-
-// Something wrong with a text, or, as a warning, probably so. The sentence is in the language of the locale.
-struct remark {
-  position where;
-  bool warning = false;
-  std::string sentence;
-};
 
 struct parsed {
   program charts;
