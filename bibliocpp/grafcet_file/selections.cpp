@@ -48,7 +48,7 @@ class trial {
       if (ways > 20'000) return "";
     }
     std::vector<std::size_t> choice(unknown.size());
-    for (; ways > 0 && effort > 0; --ways) {
+    for (; ways > 0 && !tired(); --ways) {
       if (holds(one, other, choice)) return told(choice);
       for (std::size_t k = 0; k < choice.size(); ++k) {
         if (++choice[k] < candidates[k].size()) break;
@@ -57,6 +57,9 @@ class trial {
     }
     return "";
   }
+
+  // So that no text, however bad, takes long.
+  bool tired() const { return effort <= 0; }
 
  private:
   const node& node_at(int n) const { return charts.nodes[static_cast<std::size_t>(n)]; }
@@ -79,6 +82,7 @@ class trial {
         if (part != none) open.push_back(part);
     }
     order.assign(found.begin(), found.end());
+    effort -= 10 * std::ssize(order);
     unknown.clear();
     numbers = {0, 1};
     for (const int n : order) {
@@ -191,24 +195,22 @@ class trial {
   std::vector<int> order, unknown;
   std::set<std::int64_t> numbers;
   std::vector<std::vector<std::int64_t>> candidates;
-  std::int64_t effort = 4'000'000;  // so that no text, however bad, takes long
+  std::int64_t effort = 4'000'000;
 };
-
-bool share_a_step(const transition& one, const transition& other) {
-  return std::find_first_of(one.from.begin(), one.from.end(), other.from.begin(), other.from.end()) !=
-         one.from.end();
-}
 
 }  // namespace
 
 void warn_of_selections(const program& charts, remarks& told) {
   trial tries(charts);
-  for (const chart& c : charts.charts)
-    for (auto other = c.transitions.begin(); other != c.transitions.end(); ++other)
-      for (auto one = c.transitions.begin(); one != other; ++one) {
+  std::vector<std::vector<int>> behind(charts.steps.size());  // by step
+  for (std::size_t t = 0; t < charts.transitions.size(); ++t)
+    for (const int s : charts.transitions[t].from)
+      behind[static_cast<std::size_t>(s)].push_back(static_cast<int>(t));
+  for (const std::vector<int>& ways : behind)
+    for (auto other = ways.begin(); other != ways.end(); ++other)
+      for (auto one = ways.begin(); one != other && !tries.tired(); ++one) {
         const transition &first = charts.transitions[static_cast<std::size_t>(*one)],
                          &second = charts.transitions[static_cast<std::size_t>(*other)];
-        if (!share_a_step(first, second)) continue;
         std::vector<int> active = first.from;
         active.insert(active.end(), second.from.begin(), second.from.end());
         const std::string when = tries.both_true(first.receptivity, second.receptivity, active);

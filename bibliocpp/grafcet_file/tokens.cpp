@@ -237,7 +237,7 @@ class reader {
         return;
       }
     token& added = add(token_kind::number, length + behind.size());
-    added.value = value;
+    added.value = behind.empty() ? value : 0;
     const std::string written(added.text);
     if (!behind.empty())
       told.error(where, "ni nombre, ni durée (5s, 500ms, 2min, 1h), ni nom : « % »",

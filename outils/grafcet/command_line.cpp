@@ -25,13 +25,13 @@ constexpr std::array<option, 6> options{{{"verifier", no_argument, nullptr, veri
 const char* usage() {
   return in_language(
       "usage : grafcet [--periode DUREE] FICHIER -automemlink N\n"
-      "        grafcet --verifier [--maquette NOM] FICHIER\n"
+      "        grafcet --verifier [--maquette wagons|galerie|FICHIER] FICHIER\n"
       "Fait évoluer les GRAFCET d'un fichier comme contrôleur d'une maquette, qui ajoute -automemlink N\n"
       "elle-même (wagons \"grafcet mine.grafcet\"), ou vérifie seulement le fichier. Avec --periode, une "
       "durée\n"
       "compte les cycles de la maquette, chacun de cette durée (5ms, 10ms).\n",
       "usage: grafcet [--periode DURATION] FILE -automemlink N\n"
-      "       grafcet --verifier [--maquette NAME] FILE\n"
+      "       grafcet --verifier [--maquette wagons|galerie|FILE] FILE\n"
       "Runs the GRAFCETs of a file as the controller of a plant, which adds -automemlink N itself\n"
       "(wagons \"grafcet mine.grafcet\"), or only verifies the file. With --periode times count the plant's\n"
       "cycles, each of this duration (5ms, 10ms).\n");

@@ -20,8 +20,10 @@ namespace {
 
 std::optional<std::string> contents(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
-  std::string text(std::istreambuf_iterator<char>(file), {});
-  if (file.good() || file.eof()) return text;
+  try {
+    if (file) return std::string(std::istreambuf_iterator<char>(file), {});
+  } catch (const std::ios_base::failure&) {  // a directory, or a fault of the disk
+  }
   std::cerr << "grafcet: " << path << ": " << std::strerror(errno) << '\n';
   return std::nullopt;
 }
