@@ -3,6 +3,7 @@
 
 #include <sys/types.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -14,5 +15,7 @@ struct launched {
 // Runs words[0], looked for in PATH unless it has a slash, with all words as its arguments: no shell reads
 // them. It inherits streams, environment and ignored signals, and begins with no signal blocked. Should
 // this process end first, however that comes, the kernel sends it `at_our_end`; what it starts in turn does
-// not get that. Returns once the program runs or is known not to.
-launched launch(const std::vector<std::string>& words, int at_our_end);
+// not get that. `prepare` is called in the new process, which then becomes the program: what it does to
+// streams, environment or limits is the program's. Returns once the program runs or is known not to.
+launched launch(const std::vector<std::string>& words, int at_our_end,
+                const std::function<void()>& prepare = [] {});

@@ -13,28 +13,39 @@
 
 namespace {
 
-enum option_code { verify = 1, plant, period, help, version };
+enum option_code { verify = 1, plant, period, svg, pdf, view, step, help, version };
 
-constexpr std::array<option, 6> options{{{"verifier", no_argument, nullptr, verify},
-                                         {"maquette", required_argument, nullptr, plant},
-                                         {"periode", required_argument, nullptr, period},
-                                         {"help", no_argument, nullptr, help},
-                                         {"version", no_argument, nullptr, version},
-                                         {}}};
+constexpr std::array<option, 10> options{{{"verifier", no_argument, nullptr, verify},
+                                          {"maquette", required_argument, nullptr, plant},
+                                          {"periode", required_argument, nullptr, period},
+                                          {"svg", required_argument, nullptr, svg},
+                                          {"pdf", required_argument, nullptr, pdf},
+                                          {"vue", no_argument, nullptr, view},
+                                          {"pas-a-pas", no_argument, nullptr, step},
+                                          {"help", no_argument, nullptr, help},
+                                          {"version", no_argument, nullptr, version},
+                                          {}}};
 
 const char* usage() {
   return in_language(
-      "usage : grafcet [--periode DUREE] FICHIER -automemlink N\n"
+      "usage : grafcet [--vue] [--periode DUREE] FICHIER -automemlink N\n"
+      "        grafcet --vue --pas-a-pas --maquette NOM FICHIER\n"
       "        grafcet --verifier [--maquette wagons|galerie|FICHIER] FICHIER\n"
+      "        grafcet --svg DESSIN FICHIER\n"
+      "        grafcet --pdf DESSIN FICHIER\n"
       "Fait évoluer les GRAFCET d'un fichier comme contrôleur d'une maquette, qui ajoute -automemlink N\n"
-      "elle-même (wagons \"grafcet mine.grafcet\"), ou vérifie seulement le fichier. Avec --periode, une "
-      "durée\n"
-      "compte les cycles de la maquette, chacun de cette durée (5ms, 10ms).\n",
-      "usage: grafcet [--periode DURATION] FILE -automemlink N\n"
+      "elle-même (wagons \"grafcet mine.grafcet\"), les vérifie seulement, ou les dessine. Avec --periode,\n"
+      "une durée compte les cycles de la maquette, chacun de cette durée (5ms, 10ms). Avec --vue, une fenêtre\n"
+      "les montre en marche ; avec --pas-a-pas, la maquette attend à chaque évolution.\n",
+      "usage: grafcet [--vue] [--periode DURATION] FILE -automemlink N\n"
+      "       grafcet --vue --pas-a-pas --maquette NAME FILE\n"
       "       grafcet --verifier [--maquette wagons|galerie|FILE] FILE\n"
+      "       grafcet --svg PICTURE FILE\n"
+      "       grafcet --pdf PICTURE FILE\n"
       "Runs the GRAFCETs of a file as the controller of a plant, which adds -automemlink N itself\n"
-      "(wagons \"grafcet mine.grafcet\"), or only verifies the file. With --periode times count the plant's\n"
-      "cycles, each of this duration (5ms, 10ms).\n");
+      "(wagons \"grafcet mine.grafcet\"), only verifies them, or draws them. With --periode times count the\n"
+      "plant's cycles, each of this duration (5ms, 10ms). With --vue a window shows them at work; with\n"
+      "--pas-a-pas the plant waits at every evolution.\n");
 }
 
 [[noreturn]] void refuse() {
@@ -77,6 +88,17 @@ command_line read_command_line(int argc, char** argv) {
       case period:
         asked.period_us = duration(optarg);
         break;
+      case svg:
+      case pdf:
+        asked.wanted = code == svg ? task::svg : task::pdf;
+        asked.picture = optarg;
+        break;
+      case view:
+        asked.view = true;
+        break;
+      case step:
+        asked.wanted = task::step;
+        break;
       case help:
         answer(usage());
       case version:
@@ -86,7 +108,10 @@ command_line read_command_line(int argc, char** argv) {
     }
   }
   const bool controls = asked.wanted == task::control;
-  if (optind != own - 1 || controls != started_by_plant || (controls && !asked.plant.empty())) refuse();
+  const bool with_plant = asked.wanted == task::verify || asked.wanted == task::step;
+  if (optind != own - 1 || controls != started_by_plant || (!with_plant && !asked.plant.empty())) refuse();
+  if ((asked.wanted == task::step) != (asked.view && !controls)) refuse();
+  if (asked.wanted == task::step && asked.plant.empty()) refuse();
   asked.file = argv[optind];
   if (controls) asked.ident = automemlink(argc, argv);
   return asked;

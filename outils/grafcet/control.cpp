@@ -9,7 +9,7 @@
 #include "bibliocpp/area_view.h"
 #include "bibliocpp/grafcet_file/evolution.h"
 #include "bibliocpp/language.h"
-#include "bibliocpp/signal_handles.h"
+#include "outils/grafcet/area_signals.h"
 
 namespace {
 
@@ -69,31 +69,21 @@ class instability {
   int stable_batches = 0;
 };
 
-void write_outputs(std::vector<output_signal>& outputs, std::span<const std::int32_t> wanted) {
-  for (const bool rises : {false, true})
-    for (std::size_t k = 0; k < outputs.size(); ++k)
-      if ((wanted[k] != 0) == rises) outputs[k] = wanted[k];
-}
-
 }  // namespace
 
-void control(IOsharemem_client& area, int ident, const program& charts, std::int64_t period_us) {
+void control(IOsharemem_client& area, int ident, const program& charts, std::int64_t period_us,
+             shared_situation* shown) {
   const area_view view(ident);
   const plant_time time(view, period_us);
   evolution at_work(charts);
   instability unstable(charts);
-  std::vector<input_signal> inputs;
-  std::vector<output_signal> outputs;
-  for (const auto& s : charts.inputs) inputs.emplace_back(area, s.name);
-  for (const auto& s : charts.outputs) outputs.emplace_back(area, s.name);
-  std::vector<std::int32_t> values(inputs.size());
+  area_signals signals(area, charts);
   for (int news = 0; (news = area.receive()) >= 0;) {
     if (news == 0 && !view.plant_runs()) return;
     if (news == 0) continue;
-    for (std::size_t i = 0; i < values.size(); ++i) values[i] = inputs[i];
-    at_work.batch(values, time.now());
+    at_work.batch(signals.inputs(), time.now());
     unstable.look(at_work);
-    write_outputs(outputs, at_work.now().outputs);
-    area.outputs_refresh();
+    signals.answer(at_work.now().outputs);
+    if (shown != nullptr) shown->hand_over_if_asked(at_work.now());
   }
 }

@@ -1,4 +1,4 @@
-#include "outils/atelier/programs.h"
+#include "outils/child_processes/programs.h"
 
 #include <unistd.h>
 
