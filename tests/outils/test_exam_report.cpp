@@ -95,7 +95,7 @@ TEST(junit, is_understood_by_a_reader_of_pipelines) {
   std::ofstream file("exam.xml");
   write_junit(file, "Haul", "wagons", {a_bad_one("."), good, broken});
   file.close();
-  EXPECT_EQ(output_of({"python3", "-c", R"(
+  EXPECT_EQ(output_of({"/usr/bin/python3", "-c", R"(
 import junitparser
 xml = junitparser.JUnitXml.fromfile('exam.xml')
 print(xml.name, xml.tests, xml.failures, xml.errors, xml.time)
