@@ -3,6 +3,7 @@
 #include <FL/Fl.H>
 #include <FL/Fl_Button.H>
 #include <FL/Fl_Valuator.H>
+#include <FL/x.H>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -17,6 +18,8 @@
 #include <vector>
 
 #include "maquettes_graphiques/mock_up/run_end.h"
+#include "maquettes_graphiques/mock_up/scene_window.h"
+#include "maquettes_graphiques/mock_up/unseen_drawing.h"
 
 namespace {
 
@@ -26,6 +29,7 @@ struct leader {
   bool gone = false;
   std::int64_t cycles = 0;
   std::vector<Fl_Button*> held;
+  bool blind = false;
 };
 
 // A modal box keeps the cycle, and with it the pause, from coming: whatever is written closes it.
@@ -137,6 +141,21 @@ void set(Fl_Window& window, std::string_view words) {
   if ((valuator.when() & FL_WHEN_CHANGED) != 0) valuator.do_callback();
 }
 
+// A scene that could not be painted again as it stands is drawn all the same.
+void go_blind(leader& its, Fl_Window& window) {
+  const auto* const scene = dynamic_cast<scene_window*>(&window);
+  its.blind = scene != nullptr && scene->has_scene();
+}
+
+// The display has it when this is told.
+void look(leader& its, Fl_Window& window) {
+  its.blind = false;
+  window.redraw();
+  Fl::flush();
+  XSync(fl_display, 0);
+  tell_leader("seen");
+}
+
 // Whether the line was leave to go on, or the end of the run.
 bool obey(leader& its, Fl_Window& window, std::string_view line) {
   const std::size_t blank = std::min(line.find(' '), line.size());
@@ -148,10 +167,14 @@ bool obey(leader& its, Fl_Window& window, std::string_view line) {
     release(its, labelled<Fl_Button>(window, rest));
   else if (verb == "set")
     set(window, rest);
+  else if (line == "blind")
+    go_blind(its, window);
+  else if (line == "look")
+    look(its, window);
   else if (line == "quit")
     request_run_end();
   else if (line != "go")
-    throw refusal{"hold, release, set, quit or go is wanted, not \"" + std::string(line) + "\""};
+    throw refusal{"hold, release, set, blind, look, quit or go is wanted, not \"" + std::string(line) + "\""};
   return line == "go" || line == "quit";
 }
 
@@ -176,12 +199,17 @@ void tell_leader(const std::string& line) {
 
 void pause_for_leader(Fl_Window& window) {
   leader& its = *present();
+  static std::optional<unseen_drawing> unseen;  // from leave to the next pause
+  unseen.reset();
   tell_leader("pause " + std::to_string(++its.cycles));
   while (window.shown() && !run_end_requested()) {
     const std::optional<std::string> line = next_line(its);
     if (its.gone) return request_run_end();
     try {
-      if (line && obey(its, window, *line)) return;
+      if (line && obey(its, window, *line)) {
+        if (its.blind) unseen.emplace();
+        return;
+      }
     } catch (const refusal& why) {
       tell_leader("error " + why.text);
     }

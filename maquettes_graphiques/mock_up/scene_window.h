@@ -17,6 +17,8 @@ class scene_window : public Fl_Double_Window {
   // neither make a window current nor move anything. Without one the scene is left wiped.
   void scene(std::function<void()> paint) { paint_scene = std::move(paint); }
 
+  bool has_scene() const { return static_cast<bool>(paint_scene); }
+
   void flush() override;
 
  private:

@@ -31,7 +31,7 @@ Juge des contrôleurs sur une maquette, sans écran et sans opérateur.
   --duree-max S      secondes au plus pour chaque contrôleur
   --memoire MIO      mémoire au plus de chaque contrôleur
   --operateur-au-hasard GRAINE
-                     un opérateur au hasard au lieu de celui du scénario
+                     un opérateur au hasard, jusqu'au premier moment que fixe le scénario
 Code de sortie : 0 tous réussis, 1 sinon, 2 si l'un n'a pu être jugé.
 )",
                      *usage_english =
@@ -51,7 +51,7 @@ Judges controllers on a plant, without a screen and without an operator.
   --duree-max S      seconds for each controller, at most
   --memoire MIB      memory of each controller, at most
   --operateur-au-hasard SEED
-                     an operator at random instead of the scenario's
+                     an operator at random, until the first moment that the scenario fixes
 Exit status: 0 all have passed, 1 otherwise, 2 when one could not be judged.
 )";
 

@@ -11,7 +11,7 @@ struct command_line {
   std::vector<candidate> candidates;
   std::string junit, report;  // empty: none wanted
   bool real_time = false;
-  int acceleration = 100;  // of the controllers' sleeps; 1: none
+  int acceleration = 200;  // of the controllers' sleeps; 1: none
   int patience_ms = 500;   // for the answer to a batch
   int at_once = 1;
   int memory_mib = 512;    // for each controller

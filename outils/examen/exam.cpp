@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/mman.h>
+#include <sys/prctl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -16,9 +17,12 @@
 
 #include "bibliocpp/signal_files.h"
 #include "outils/child_processes/descendants.h"
+#include "outils/child_processes/programs.h"
+#include "outils/examen/acceleration.h"
 #include "outils/examen/course.h"
 #include "outils/examen/guarded_controller.h"
 #include "outils/examen/lock_step.h"
+#include "outils/examen/operator_at_random.h"
 #include "outils/examen/phrase.h"
 #include "outils/examen/recording.h"
 #include "outils/examen/relay.h"
@@ -84,18 +88,24 @@ class exam {
     unsetenv("DISPLAY");  // none of the controller's business
     plant = &the_plant;
     while (!done) heed(next_line());
-    if (!order.evidence.empty()) keep_picture(screen.name());
-    between->end();
-    const std::string written = controller->end();
-    controller.reset();
-    if (!order.evidence.empty()) keep_evidence(written);
-    v.cycles = cycle;
     v.events = its->events();
+    try {
+      if (!order.evidence.empty()) keep_picture(screen.name());
+      between->end();
+      const std::string written = controller->end();
+      if (!order.evidence.empty()) keep_evidence(written);
+    } catch (const no_verdict& why) {  // there is one
+      v.remarks.push_back(why.reason);
+    } catch (const std::runtime_error& why) {
+      v.remarks.emplace_back(why.what());
+    }
   }
 
  private:
   plant_line next_line() {
-    constexpr auto patience = 20s;
+    // A plant does nothing but its cycle, and starts up before the first one.
+    const auto patience =
+        std::chrono::milliseconds(order.patience_ms) * (cycle == 0 ? 2 : 1) * first_patience;
     const auto deadline = clock_type::now() + patience;
     for (;;) {
       if (auto line = plant->next(patience)) return *line;
@@ -116,7 +126,7 @@ class exam {
         return refuse(line.text);
       case kind::pause:
         if (!between) throw no_verdict{phrase("la maquette n'a pas de zone", "the plant has no area")};
-        cycle = line.number;
+        cycle = v.cycles = line.number;
         return step();
       case kind::other:
         throw no_verdict{phrase("la maquette dit « {} »", "the plant says \"{}\"", {line.text})};
@@ -137,12 +147,23 @@ class exam {
     driven = outputs;
     std::vector<std::string> command = order.command;
     command.insert(command.end(), {"-automemlink", std::to_string(between->ident())});
-    const std::vector<std::string> box =
-        order.boxed ? sandbox({self, command[0]}).for_controller() : std::vector<std::string>{};
+    std::vector<std::string> box, needed = order.command;
+    needed.push_back(self);
+    if (order.boxed) box = sandbox(needed).for_controller();
     controller.emplace(self, box,
-                       controller_limits{.memory_mib = order.memory_mib,
-                                         .acceleration = order.real_time ? 1 : order.acceleration},
+                       controller_limits{.memory_mib = order.memory_mib, .acceleration = acceleration()},
                        command, log.descriptor());
+  }
+
+  int acceleration() {
+    if (order.real_time || order.acceleration == 1) return 1;
+    if (!can_be_accelerated())
+      v.remarks.push_back(phrase("libfaketime manque : ses pauses ne sont pas accélérées",
+                                 "no libfaketime: its pauses are not sped up"));
+    else if (is_statically_linked(find_program(order.command[0]).value_or("")))
+      v.remarks.push_back(phrase("lié statiquement : ses pauses ne sont pas accélérées",
+                                 "statically linked: its pauses are not sped up"));
+    return can_be_accelerated() ? order.acceleration : 1;
   }
 
   // Which of several lines it was, the plant does not say; its text names what it could not find.
@@ -154,11 +175,12 @@ class exam {
   }
 
   void step() {
+    if (end_asked != 0) throw no_verdict{phrase("interrompu", "interrupted")};
     between->read_inputs(inputs);
     seen = inputs;
     its->force_inputs(cycle, seen);
     for (const std::string& text : faults) its->fault(cycle, text);
-    if (its->over() || !exchange()) {
+    if (its->over() || !(order.real_time ? exchange_in_real_time() : exchange())) {
       signals->add(cycle, seen, outputs);
       if (its->over()) conclude();
       done = true;
@@ -174,9 +196,20 @@ class exam {
       done = true;
       return;
     }
+    const std::vector<std::string> more = at_random();
+    said.insert(said.end(), more.begin(), more.end());
     std::string lines;
     for (const std::string& line : said) lines += line + "\n";
+    if (cycle == 1) lines = "blind\n" + lines;  // nobody looks before the end
     plant->say(lines + "go\n");
+  }
+
+  // Until the scenario's own operator comes at a given time.
+  std::vector<std::string> at_random() {
+    if (order.random_seed < 0) return {};
+    const auto first = std::find_if(asked.actions.begin(), asked.actions.end(),
+                                    [](const operator_action& each) { return each.at.has_value(); });
+    return first == asked.actions.end() || cycle < *first->at - 1 ? hands.advance() : hands.leave();
   }
 
   void conclude() {
@@ -201,7 +234,7 @@ class exam {
     const std::int64_t before = between->answers();
     between->publish(seen);
     const auto patience = std::chrono::milliseconds(order.patience_ms) * (has_answered ? 1 : first_patience);
-    const answer its_answer = wait_for_answer(*between, before, patience, [this] { return may_answer(); });
+    const answer its_answer = waiting.wait(*between, before, patience, [this] { return may_answer(); });
     if (its_answer == answer::stop) return tell_end(), false;
     if (its_answer == answer::none) {
       if (!has_answered) return tell_silence(), false;
@@ -213,6 +246,27 @@ class exam {
     settle(outcome::too_slow, 0,
            phrase("{} s sont passées", "{} s have passed", {std::to_string(order.most_seconds)}));
     return false;
+  }
+
+  // As a plant at its own pace, which waits for nobody; outputs are what they are after its pause.
+  bool exchange_in_real_time() {
+    const std::int64_t before = between->answers();
+    if (cycle == 1) last_answer = clock_type::now();
+    between->publish(seen);
+    std::this_thread::sleep_for(std::chrono::microseconds(cycle_us));
+    if (!may_answer()) return tell_end(), false;
+    between->read_outputs(outputs);
+    const auto now = clock_type::now();
+    if (between->answers() != before) {
+      has_answered = true;
+      last_answer = now;
+    } else if (now - last_answer >
+               std::chrono::milliseconds(order.patience_ms) * (has_answered ? 1 : first_patience)) {
+      if (!has_answered) return tell_silence(), false;
+      if (++v.unanswered > most_unanswered) return settle(outcome::too_slow, 0, ""), false;
+      last_answer = now;
+    }
+    return true;
   }
 
   bool time_is_up() const { return clock_type::now() - begin > std::chrono::seconds(order.most_seconds); }
@@ -266,15 +320,17 @@ class exam {
                   "the interpreter that its first line names is not found"));
   }
 
-  // What the plant has drawn last may still be on its way.
-  void keep_picture(const std::string& screen) const {
-    window_picture last, now = picture_of_largest_window(screen);
-    for (int tries = 0; tries < 20 && last != now; ++tries) {
-      std::this_thread::sleep_for(20ms);
-      last = std::exchange(now, picture_of_largest_window(screen));
-    }
-    if (now.width > 0)
-      write_png(order.evidence + "/" + evidence_files::picture, now.pixels, now.width, now.height);
+  // A plant that cannot draw its scene anew, and refuses to leave it undrawn, has drawn it.
+  void keep_picture(const std::string& screen) {
+    plant->say("look\n");
+    plant_line line{};
+    do line = next_line();
+    while (line.what == plant_line::kind::error || line.what == plant_line::kind::pause);
+    if (line.what != plant_line::kind::seen) return;
+    const window_picture seen_last = picture_of_largest_window(screen);
+    if (seen_last.width > 0)
+      write_png(order.evidence + "/" + evidence_files::picture, seen_last.pixels, seen_last.width,
+                seen_last.height);
   }
 
   void keep_evidence(const std::string& written) const {
@@ -297,6 +353,9 @@ class exam {
   std::optional<course> its;
   std::optional<recording> signals;
   std::optional<guarded_controller> controller;
+  answer_wait waiting;
+  clock_type::time_point last_answer;
+  operator_at_random hands{static_cast<unsigned>(order.random_seed)};
   std::vector<std::int32_t> inputs, seen, outputs, driven;
   std::vector<std::string> faults, said;
   std::int64_t cycle = 0;
@@ -308,6 +367,10 @@ class exam {
 verdict hold_exam(const exam_order& order, const std::string& self) {
   heed_signals();
   adopt_descendants();
+  if (!order.real_time) {
+    stay_on_one_processor(order.processor);
+    prctl(PR_SET_TIMERSLACK, 1);
+  }
   const auto begin = clock_type::now();
   verdict v;
   v.candidate = order.name;

@@ -17,6 +17,8 @@ struct exam_order {
   int most_seconds = 300;
   int memory_mib = 512;
   int random_seed = -1;
+  int processor = 0;     // exams at the same time get different ones
+  std::string missing;   // of a candidate without a command: what was looked for in vain
   bool boxed = false;    // in the box of an exam (sandbox.h): then the controller gets one too
   std::string evidence;  // a folder; empty: nothing is kept
   std::string name;      // of the candidate

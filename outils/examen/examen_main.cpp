@@ -48,6 +48,7 @@ exam_order order_for(const command_line& wanted, const candidate& one, std::size
   order.random_seed = wanted.random_seed;
   order.name = one.name;
   order.command = one.words;
+  order.missing = one.missing;
   if (wanted.report.empty()) return order;
   order.evidence = full_path(evidence_folder(wanted.report, number + 1, one.name));
   fs::create_directories(order.evidence);

@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
@@ -30,7 +31,7 @@ constexpr std::string exam_order::*texts[] = {&exam_order::plant, &exam_order::p
                                               &exam_order::name};
 constexpr int exam_order::*numbers[] = {&exam_order::acceleration, &exam_order::patience_ms,
                                         &exam_order::most_seconds, &exam_order::memory_mib,
-                                        &exam_order::random_seed};
+                                        &exam_order::random_seed,  &exam_order::processor};
 constexpr bool exam_order::*choices[] = {&exam_order::real_time, &exam_order::boxed};
 constexpr std::size_t own_words = 1 + std::size(texts) + std::size(numbers) + std::size(choices);
 
@@ -56,6 +57,7 @@ exam_order order_from(const std::vector<std::string>& words) {
 struct running_exam {
   std::size_t number;
   pid_t pid;
+  int processor;
   int result;  // what it has to say
   std::string said;
 };
@@ -77,7 +79,7 @@ class examination {
   std::vector<verdict> hold(int at_once) {
     std::size_t next = 0;
     while (!interrupted && (next < orders.size() || !running.empty())) {
-      while (next < orders.size() && std::ssize(running) < at_once) start(next++);
+      while (next < orders.size() && std::ssize(running) < at_once) start(next++, at_once);
       wait_for_news();
       hear();
     }
@@ -88,8 +90,15 @@ class examination {
   }
 
  private:
-  void start(std::size_t number) {
-    const exam_order& order = orders[number];
+  void start(std::size_t number, int at_once) {
+    exam_order order = orders[number];
+    if (order.command.empty()) {
+      verdicts[number].what = outcome::not_found;
+      return conclude(number, order.missing);
+    }
+    while (std::any_of(running.begin(), running.end(),
+                       [&](const running_exam& one) { return one.processor == order.processor; }))
+      order.processor = (order.processor + 1) % at_once;
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0) return conclude(number, std::strerror(errno));
     std::vector<std::string> words =
@@ -104,7 +113,7 @@ class examination {
       close(ends[0]);
       return conclude(number, std::strerror(error));
     }
-    running.push_back({number, pid, ends[0], ""});
+    running.push_back({number, pid, order.processor, ends[0], ""});
   }
 
   void wait_for_news() {

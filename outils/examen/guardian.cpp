@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -19,13 +18,12 @@
 
 #include "outils/child_processes/descendants.h"
 #include "outils/child_processes/launch.h"
+#include "outils/examen/acceleration.h"
 
 namespace {
 
 using namespace std::chrono_literals;
 using clock_type = std::chrono::steady_clock;
-
-constexpr const char* faketime = "/usr/$LIB/faketime/libfaketime.so.1";  // $LIB: of the program's own kind
 
 // The first and the last of what a controller writes, however much that is.
 class kept_text {
@@ -63,14 +61,7 @@ void prepare(const controller_limits& limits, int streams) {
   limit(RLIMIT_FSIZE, static_cast<rlim_t>(limits.file_mib) << 20);
   // The kernel counts a user's processes; only in a namespace are they this controller's alone.
   if (getppid() == 1) limit(RLIMIT_NPROC, static_cast<rlim_t>(limits.processes));
-  if (limits.acceleration <= 1) return;
-  prctl(PR_SET_TIMERSLACK, 1);  // nanosecond, else the kernel adds more to a pause than is left of it
-  setenv("LD_PRELOAD", faketime, 1);
-  // A program built with the address sanitizer wants to be before every other library.
-  const char* const its_options = std::getenv("ASAN_OPTIONS");
-  const std::string options = its_options == nullptr ? "" : std::string(its_options) + ":";
-  setenv("ASAN_OPTIONS", (options + "verify_asan_link_order=0").c_str(), 1);
-  setenv("FAKETIME", ("+0 x" + std::to_string(limits.acceleration)).c_str(), 1);
+  accelerate_pauses(limits.acceleration);
 }
 
 long resident_pages(pid_t pid) {

@@ -48,6 +48,7 @@ plant_line read_line(std::string_view line) {
   const std::string_view verb = line.substr(0, blank);
   const std::string_view rest = line.substr(std::min(blank + 1, line.size()));
   if (line == "end") return {kind::end, 0, ""};
+  if (line == "seen") return {kind::seen, 0, ""};
   if (verb == "fault") return {kind::fault, 0, unescaped(rest)};
   if (verb == "error") return {kind::error, 0, unescaped(rest)};
   plant_line numbered{verb == "area" ? kind::area : kind::pause, 0, ""};

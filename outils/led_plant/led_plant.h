@@ -17,7 +17,7 @@ struct led_plant_error : std::runtime_error {
 
 // What a mock-up says.
 struct plant_line {
-  enum class kind { area, pause, fault, error, end, other, gone } what;
+  enum class kind { area, pause, fault, seen, error, end, other, gone } what;
   std::int64_t number = 0;  // area: its identifier; pause: the cycle that is done
   std::string text;         // fault, error: with its line breaks; other: a line that is none of these
 };
