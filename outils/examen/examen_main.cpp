@@ -72,9 +72,23 @@ std::string as_typed(const std::vector<std::string>& words) {
   return text;
 }
 
-int judge(const command_line& wanted, const std::string& self) {
-  const scenario asked =
-      wanted.scenario.empty() ? default_scenario_for(wanted.plant) : read_scenario(wanted.scenario);
+// The scenario, and with it the plant where the command line names none.
+scenario scenario_for(command_line& wanted) {
+  if (wanted.scenario.empty()) {
+    if (wanted.plant.empty()) wanted.plant = "wagons";
+    return default_scenario_for(wanted.plant);
+  }
+  scenario asked = read_scenario(wanted.scenario);
+  const std::string meant = asked.plant.empty() ? "wagons" : asked.plant;
+  if (wanted.plant.empty()) wanted.plant = meant;
+  if (!asked.plant.empty() && fs::path(wanted.plant).filename() != fs::path(meant).filename())
+    throw mistake(phrase("{} est pour {}, pas pour {}", "{} is meant for {}, not for {}",
+                         {asked.file, meant, wanted.plant}));
+  return asked;
+}
+
+int judge(command_line wanted, const std::string& self) {
+  const scenario asked = scenario_for(wanted);
   const std::vector<std::string> needed = needed_paths(wanted, self);
   const bool boxed = sandbox(needed).works(self);
   const std::string unprotected = phrase("sans protection : bwrap ne fonctionne pas sur cette machine",
