@@ -73,6 +73,19 @@ class lights {
   const situation& now;
 };
 
+// A text that is no UTF-8 would end all painting: its foreign bytes are replaced. In the letters chosen last.
+std::string paintable(cairo_t* to, std::string text) {
+  cairo_glyph_t* glyphs = nullptr;
+  int count = 0;
+  const cairo_status_t status = cairo_scaled_font_text_to_glyphs(
+      cairo_get_scaled_font(to), 0, 0, text.c_str(), -1, &glyphs, &count, nullptr, nullptr, nullptr);
+  cairo_glyph_free(glyphs);
+  if (status == CAIRO_STATUS_INVALID_STRING)
+    for (char& c : text)
+      if (static_cast<unsigned char>(c) >= 0x80) c = '?';
+  return text;
+}
+
 class painter {
  public:
   painter(cairo_t* surface, const program& a_program, bool is_lit)
@@ -162,7 +175,7 @@ class painter {
     set_colour(to, is_true ? true_receptivity : it.style == text_style::comment ? grey : black);
     choose_letters(to, it.style);
     cairo_move_to(to, it.where.x, it.where.y + base_line);
-    cairo_show_text(to, it.words.c_str());
+    cairo_show_text(to, paintable(to, it.words).c_str());
   }
 
  private:
@@ -200,7 +213,7 @@ measure_text painted_widths() {
   return [pen](std::string_view text, text_style style) {
     choose_letters(pen.get(), style);
     cairo_text_extents_t extents;
-    cairo_text_extents(pen.get(), std::string(text).c_str(), &extents);
+    cairo_text_extents(pen.get(), paintable(pen.get(), std::string(text)).c_str(), &extents);
     return std::ceil(extents.x_advance);
   };
 }
