@@ -12,9 +12,10 @@
 namespace {
 
 void one_gallery_cycle(benchmark::State& state) {
-  IOsharemem_server* const area = share_gallery("true");
+  gallery_plant signals("true");
+  IOsharemem_server* const area = signals.its_area();
   auto* const record = static_cast<IO_controleur*>(shmat(area->memory_ident(), nullptr, 0));
-  gallery run(area);
+  gallery run(signals);
   show_gallery(run);
   record->output[sortie::TAPIS] = record->output[sortie::TABLE] = record->output[sortie::MELANGER] = 1;
   distribution times;
@@ -29,6 +30,7 @@ void one_gallery_cycle(benchmark::State& state) {
                              sortie::BRAS_RETOUR, sortie::RECULER, sortie::CHARIOT_DROITE, sortie::VIDER})
       record->output[output] = !there;
     const auto start = distribution::clock::now();
+    run.panel.operators.heed();
     gallery_cycle(run);
     const auto time = distribution::clock::now() - start;
     times.add(time);

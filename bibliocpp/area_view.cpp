@@ -90,7 +90,7 @@ int area_of(pid_t plant) {
 // A process's memory map names its segments by their identifiers.
 bool has_attached(pid_t process, int ident) {
   std::istringstream map(whole("/proc/" + std::to_string(process) + "/maps"));
-  const std::string inode = " " + std::to_string(ident) + " ";
+  const std::string inode = std::string(" ").append(std::to_string(ident)).append(" ");
   for (std::string line; std::getline(map, line);)
     if (line.find("/SYSV") != std::string::npos && line.find(inode) != std::string::npos) return true;
   return false;

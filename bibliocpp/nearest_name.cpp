@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <vector>
 
 namespace {
 
@@ -10,8 +9,10 @@ bool same_letter(char one, char other) {
   return std::tolower(static_cast<unsigned char>(one)) == std::tolower(static_cast<unsigned char>(other));
 }
 
-// Levenshtein's: letters to put in, take out or change. Upper and lower case are hardly different.
-int distance(std::string_view from, std::string_view to) {
+}  // namespace
+
+// Levenshtein's.
+int name_distance(std::string_view from, std::string_view to) {
   constexpr int edit = 4, other_case = 1;
   std::vector<int> row(to.size() + 1);
   for (std::size_t k = 1; k < row.size(); ++k) row[k] = row[k - 1] + edit;
@@ -29,9 +30,9 @@ int distance(std::string_view from, std::string_view to) {
   return row.back();
 }
 
-}  // namespace
-
-std::ptrdiff_t nearest_name(std::string_view wanted, std::span<const std::string> names) {
-  const auto nearer = [&](const auto& a, const auto& b) { return distance(wanted, a) < distance(wanted, b); };
-  return std::min_element(names.begin(), names.end(), nearer) - names.begin();
+int nearest_name(std::string_view name, const std::vector<std::string>& names) {
+  const auto nearest = std::min_element(names.begin(), names.end(), [&](const auto& a, const auto& b) {
+    return name_distance(name, a) < name_distance(name, b);
+  });
+  return nearest == names.end() ? -1 : static_cast<int>(nearest - names.begin());
 }

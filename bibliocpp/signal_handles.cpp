@@ -18,15 +18,16 @@ using names = std::list<std::string>;
                                   const std::string& kind, const std::string& other_kind) {
   std::vector<std::string> all(own.begin(), own.end());
   all.insert(all.end(), others.begin(), others.end());
-  const auto nearest = all.begin() + nearest_name(name, all);
+  const int nearest = nearest_name(name, all);
   std::string text =
       in_language("aucune ", "no ") + kind + in_language(" ne s'appelle \"", " is named \"") + name + '"';
-  if (!all.empty()) {
-    const bool other_way = nearest - all.begin() >= std::ssize(own);
-    if (*nearest == name)
+  if (nearest >= 0) {
+    const bool other_way = nearest >= std::ssize(own);
+    const std::string& meant = all[static_cast<std::size_t>(nearest)];
+    if (meant == name)
       text += in_language(" : c'est une ", ": that is an ") + other_kind;
     else
-      text += in_language(" ; le nom le plus proche est \"", "; the nearest name is \"") + *nearest + '"' +
+      text += in_language(" ; le nom le plus proche est \"", "; the nearest name is \"") + meant + '"' +
               (other_way ? in_language(", une ", ", an ") + other_kind : "");
   }
   text += in_language(". Les ", ". The ") + kind + in_language("s sont :", "s are:");

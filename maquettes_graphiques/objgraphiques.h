@@ -2,6 +2,7 @@
 // The animated objects, all of them.
 
 #include "maquettes_graphiques/objgraphiques/belts.h"
+#include "maquettes_graphiques/objgraphiques/handing.h"
 #include "maquettes_graphiques/objgraphiques/jacks.h"
 #include "maquettes_graphiques/objgraphiques/movepart.h"
 #include "maquettes_graphiques/objgraphiques/movepart_manager.h"

@@ -1,5 +1,7 @@
 #include "maquettes_graphiques/GALERIE/gallery_panel.h"
 
+#include <FL/Fl_Box.H>
+
 #include <cstddef>
 
 namespace {
@@ -11,9 +13,9 @@ struct position {
 };
 
 // The n-th of `count` signals in two columns.
-position in_columns(std::size_t n, std::size_t count, int top, int row_height) {
-  const std::size_t rows = (count + 1) / 2;
-  return {825 + static_cast<int>(n / rows) * column_width, top + static_cast<int>(n % rows) * row_height};
+position in_columns(int n, int count, int top, int row_height) {
+  const int rows = (count + 1) / 2;
+  return {825 + n / rows * column_width, top + n % rows * row_height};
 }
 
 void heading(int y, const char* text) {
@@ -37,57 +39,31 @@ constexpr std::array<speed_range, reglage::count> speed_ranges{{
     {"Melangeur", 0.01, 0.3, 0.01, 0.05},
 }};
 
-Fl_Roller* add_roller(std::size_t n) {
-  const speed_range& r = speed_ranges[n];
-  auto* const roller = new Fl_Roller(25 + static_cast<int>(n) * 97, 565, 80, 20, r.label);
-  roller->type(FL_HORIZONTAL);
-  roller->range(r.low, r.high);
-  roller->step(r.step);
-  roller->value(r.value);
-  return roller;
-}
-
 }  // namespace
 
-gallery_panel::gallery_panel(bool by_hand) {
+gallery_panel::gallery_panel(gallery_plant& signals, const std::function<void()>& new_piece) {
+  const bool by_hand = !signals.has_controller();
   auto* const scene = new Fl_Box(10, 10, 800, 610);
   scene->box(FL_ENGRAVED_BOX);
   heading(12, by_hand ? "Commandes de l'operateur" : "Commandes du controleur");
-  for (std::size_t n = 0; n < switches.size(); ++n) {
-    const auto [x, y] = in_columns(n, switches.size(), 34, 22);
-    switches[n] = new Fl_Light_Button(x, y, column_width - 4, 20, output_names[n]);
-    switches[n]->labelsize(12);
-    if (!by_hand) switches[n]->set_output();
-  }
+  operators.size(column_width - 4, 20);
+  for_each_signal<sortie::index>([&](sortie::index k) {
+    const auto [x, y] = in_columns(k, sortie::count, 34, 22);
+    const char* const name = signal_names<sortie::index>[k];
+    operators.at(x, y).toggle(name, signals.values.wanted[k], by_hand);
+  });
   heading(344, "Capteurs");
-  for (std::size_t n = 0; n < lamps.size(); ++n) {
-    const auto [x, y] = in_columns(n, lamps.size(), 366, 13);
-    lamps[n] = new Fl_Box(FL_BORDER_BOX, x, y, 10, 10, input_names[n]);
-    lamps[n]->align(FL_ALIGN_RIGHT);
-    lamps[n]->labelsize(12);
+  for_each_signal<entree::index>([&](entree::index i) {
+    const auto [x, y] = in_columns(i, entree::count, 366, 13);
+    operators.at(x, y).lamp(signal_names<entree::index>[i], signals.values.seen[i]);
+  });
+  operators.size(80, 20);
+  for (std::size_t n = 0; n < speeds.size(); ++n) {
+    const speed_range& r = speed_ranges[n];
+    speeds[n] = r.value;
+    operators.at(25 + static_cast<int>(n) * 97, 565).roller(r.label, speeds[n], r.low, r.high, r.step);
   }
-  for (std::size_t n = 0; n < speeds.size(); ++n) speeds[n] = add_roller(n);
-  new_piece = new Fl_Button(825, 588, 120, 30, "Nouvelle piece");
-  about = new Fl_Button(950, 588, 110, 30, "A propos");
-  quit = new Fl_Button(1065, 588, 110, 30, "Quit");
+  operators.at(825, 588).size(120, 30).button("Nouvelle piece", new_piece);
+  operators.at(950, 588).size(225, 30).quit_and_about();
   window.end();
-}
-
-commands gallery_panel::switched_on() const {
-  commands wanted{};
-  for (std::size_t n = 0; n < switches.size(); ++n) wanted[n] = switches[n]->value() != 0;
-  return wanted;
-}
-
-void gallery_panel::show(const commands& wanted) {
-  for (std::size_t n = 0; n < switches.size(); ++n) switches[n]->value(wanted[n]);
-}
-
-void gallery_panel::show(const sensors& seen) {
-  for (std::size_t n = 0; n < lamps.size(); ++n) {
-    const Fl_Color colour = seen[n] ? FL_YELLOW : FL_BACKGROUND_COLOR;
-    if (lamps[n]->color() == colour) continue;
-    lamps[n]->color(colour);
-    lamps[n]->redraw();
-  }
 }

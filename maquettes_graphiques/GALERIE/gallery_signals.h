@@ -2,10 +2,10 @@
 // The signals of the gallery, in the order of the area: inputs are seen by the controller, outputs are
 // its commands. Without a controller the operator's buttons, one an output, take their place.
 
-#include <array>
+#include "maquettes_graphiques/mock_up/plant.h"
 
 namespace entree {
-enum : int {
+enum index : int {
   piece_tremie,     // piece in the hopper, on the trapdoor
   piece_tapis,      // piece on the belt
   piece_poste,      // ... at its end, under the pusher
@@ -43,7 +43,7 @@ enum : int {
 }  // namespace entree
 
 namespace sortie {
-enum : int {
+enum index : int {
   OUVRIR_TRAPPE,
   TAPIS,    // run the belt
   POUSSER,  // pusher out
@@ -75,8 +75,6 @@ enum : int {
 };
 }  // namespace sortie
 
-extern const std::array<const char*, entree::count> input_names;
-extern const std::array<const char*, sortie::count> output_names;
-
-using sensors = std::array<bool, entree::count>;
-using commands = std::array<bool, sortie::count>;
+using sensors = signal_values<entree::index>;
+using commands = signal_values<sortie::index>;
+using gallery_plant = plant<entree::index, sortie::index>;

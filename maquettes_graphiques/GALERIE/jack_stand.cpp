@@ -12,7 +12,7 @@ constexpr int stand_left = 20, stand_top = 425, cell_width = 97, cell_height = 1
 constexpr int lbox = 30, hbox = 16, lfinger = 34, hfinger = 6;
 constexpr double speed = 0.5;
 constexpr int load_size = 8;
-constexpr int by_spring = -1;
+constexpr sortie::index by_spring = sortie::count;
 
 using any_jack = jack_stand::any_jack;
 
@@ -29,7 +29,8 @@ struct stand_row {
   const char* name;
   any_jack (*make)(FL_FORM*, int, int, movepart&);
   int x, y, load_x, load_y;
-  int go_out, go_in, is_in, is_out;
+  sortie::index go_out, go_in;
+  entree::index is_in, is_out;
 };
 // clang-format off
 constexpr stand_row stand[] = {
@@ -66,12 +67,11 @@ void jack_stand::change_speed(double new_speed) {
 
 void jack_stand::advance(const commands& wanted) {
   window->make_current();
-  const auto is_wanted = [&wanted](int output) { return wanted[static_cast<std::size_t>(output)]; };
   for (std::size_t place = 0; place < jacks.size(); ++place) {
     const stand_row& row = stand[place];
     const auto obey = [&](auto& jack) {
-      if (is_wanted(row.go_out)) jack.activate_out();
-      if (row.go_in != by_spring && is_wanted(row.go_in)) jack.activate_in();
+      if (wanted[row.go_out]) jack.activate_out();
+      if (row.go_in != by_spring && wanted[row.go_in]) jack.activate_in();
       // Jacks erase nothing: what the finger leaves is cleared here.
       if (jack.react()) fl_rectf(cell_x(place), stand_top, cell_width, cell_height, FL_BACKGROUND_COLOR);
       jack.draw();
@@ -84,8 +84,8 @@ void jack_stand::report(sensors& seen) const {
   for (std::size_t place = 0; place < jacks.size(); ++place) {
     const stand_row& row = stand[place];
     const auto look = [&](const auto& jack) {
-      seen[static_cast<std::size_t>(row.is_in)] = jack.in_stop();
-      seen[static_cast<std::size_t>(row.is_out)] = jack.out_stop();
+      seen[row.is_in] = jack.in_stop();
+      seen[row.is_out] = jack.out_stop();
     };
     std::visit(look, jacks[place]);
   }

@@ -9,7 +9,7 @@ namespace {
 constexpr int left = 610, bottom = 350, width = 110, height = 190;
 constexpr int lower_mark = 15, upper_mark = 150;
 constexpr int centre = left + width / 2;
-constexpr double cold_celsius = 15.0, hot_celsius = 60.0, no_longer_hot_celsius = 50.0;
+constexpr double cold_celsius = 15.0;
 constexpr Fl_Color cold_liquid = FL_CYAN, hot_liquid = FL_MAGENTA;
 
 template <typename... Fixture>
@@ -44,7 +44,7 @@ void vat::heat_liquid() {
   if (inlet.is_open()) celsius += (cold_celsius - celsius) * flow / std::max(tank.my_hpos(), 10.0);
   if (tank.empty()) celsius = cold_celsius;
   celsius = std::clamp(celsius, cold_celsius, 95.0);
-  hot = celsius >= (hot ? no_longer_hot_celsius : hot_celsius);
+  hot = is_hot(celsius);
 }
 
 void vat::advance(const commands& wanted) {

@@ -4,6 +4,7 @@
 #include <FL/forms.H>
 
 #include "maquettes_graphiques/GALERIE/gallery_signals.h"
+#include "maquettes_graphiques/mock_up/sensors.h"
 #include "maquettes_graphiques/objgraphiques.h"
 
 class vat {
@@ -30,5 +31,6 @@ class vat {
   double flow = 0.5;
   double mixing = 0.05;
   double celsius = 15.0;
+  threshold is_hot{60.0, 50.0};
   bool hot = false;
 };

@@ -87,8 +87,6 @@ workshop::workshop(FL_FORM* a_window)
   pusher.change_background(background);
 }
 
-workshop::~workshop() { plate.unlink(); }
-
 void workshop::change_speeds(const workshop_speeds& speeds) {
   belt.change_speed(speeds.belt);
   pusher.change_speeds(speeds.pusher, speeds.pusher);
@@ -135,8 +133,7 @@ void workshop::push(const commands& wanted) {
   const bool touches = std::abs(piece.actual_first_xpos() - (pusher_x - half_piece)) < reach &&
                        plate.actual_last_ypos() >= lane_top - 1;
   if (where == places::belt && touches && pusher.is_out_activing() && !pusher.is_in_activing()) {
-    belt.supp_ppart(&piece);
-    plate.link(&piece);
+    hand_over(piece, belt, plate);
     where = places::pusher;
   }
   if (where == places::pusher && (pusher.out_stop() || pusher.is_in_activing())) {

@@ -20,7 +20,6 @@ class workshop {
  public:
   // Places everything in the window's upper left; it is to be built before the window is shown.
   explicit workshop(FL_FORM* a_window);
-  ~workshop();
   workshop(const workshop&) = delete;
   workshop& operator=(const workshop&) = delete;
 

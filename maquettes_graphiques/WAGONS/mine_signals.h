@@ -7,7 +7,7 @@ extern char table_signaux[27][27];
 
 // Index in the area of each input.
 namespace entree {
-enum : int {
+enum index : int {
   pcA,     // wagon A under its loading hopper
   pcB,     // wagon B under its loading hopper
   pcC,     // wagon C under the unloading hopper of A and B
@@ -30,7 +30,7 @@ enum : int {
 
 // Index in the area of each output; only the value 1 is active.
 namespace sortie {
-enum : int {
+enum index : int {
   A_DROITE,  // move to the right
   B_DROITE,
   C_DROITE,

@@ -76,7 +76,12 @@ rbelt::rbelt(FL_FORM* form, FL_Coord my_xpos, FL_Coord my_ypos, FL_Coord my_widt
              double my_speed)
     : belt(form, my_xpos, my_ypos, 360, my_width, my_speed), int_radius(my_int_radius) {}
 
-void rbelt::paint_disc() const { fl_circf(xpos, ypos, width, FL_WHITE); }
+void rbelt::paint_disc() const {
+  if (on_axle)
+    fl_circf(xpos - width, ypos - width, 2 * width, FL_WHITE);
+  else
+    fl_circf(xpos, ypos, width, FL_WHITE);
+}
 
 void rbelt::paint_radius() const {
   const double b = radians(delta_mvt);

@@ -81,11 +81,15 @@ class hbelt : public belt {
 
 // Turns its parts about (xpos, ypos). They keep their orientation: each part's centre goes round, by
 // `speed` degrees a step. The white disc has `width`, the outer radius by name, as its diameter and
-// (xpos, ypos) as the corner of its bounding square; int_radius is stored and has no effect.
+// (xpos, ypos) as the corner of its bounding square, unless disc_on_axle() is asked for; int_radius is
+// stored and has no effect.
 class rbelt : public belt {
  public:
   rbelt(FL_FORM* form, FL_Coord my_xpos, FL_Coord my_ypos, FL_Coord my_width, FL_Coord my_int_radius,
         double my_speed);
+  // From now on the disc is drawn about the axle, with `width` as its radius: then the radius mark ends on
+  // its rim, and parts stand on it.
+  void disc_on_axle() { on_axle = true; }
   // Paints the disc alone.
   void draw();
   // Paints the disc, turns the parts if the table has moved, paints them and a black radius of `width`
@@ -100,6 +104,7 @@ class rbelt : public belt {
   FL_Coord int_radius;
 
  private:
+  bool on_axle = false;
   void paint_disc() const;
   void paint_radius() const;
   void turn(movepart& part) const;

@@ -86,7 +86,8 @@ struct straight_jack {
   static void draw(Jack& jack, const variant& v) {
     jack.associate_forms->make_current();
     const double step = jack.delta_finger - jack.olddelta_finger;
-    if (jack.plinked_part->moveredraw(v.push_x * step, v.push_y * step) == 1) jack.unreact();
+    movepart* const pushed = jack.plinked_part;
+    if (pushed != nullptr && pushed->moveredraw(v.push_x * step, v.push_y * step) == 1) jack.unreact();
     paint<Jack>(jack, v);
     jack.partdraw();
   }
@@ -228,9 +229,10 @@ hrdjack::point hrdjack::arm_end(double degrees) const {
 void hrdjack::draw() {
   associate_forms->make_current();
   const point end = arm_end(delta_finger);
-  if (plinked_part->absmoveredraw(end.x, end.y) == 1) unreact();
+  if (plinked_part != nullptr && plinked_part->absmoveredraw(end.x, end.y) == 1) unreact();
   const point old_end = arm_end(olddelta_finger);
-  fl_line(xpos, ypos, old_end.x, old_end.y, plinked_part->my_background_color());
+  fl_line(xpos, ypos, old_end.x, old_end.y,
+          plinked_part != nullptr ? plinked_part->my_background_color() : background_color);
   paint();
   partdraw();
 }

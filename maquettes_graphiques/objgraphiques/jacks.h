@@ -6,8 +6,9 @@
 //
 // Calling order in each cycle: activate_out() or activate_in(); react(); draw(), once each: a command
 // lasts one react(), and every draw() pushes the part by the last step. Positions and travels are
-// pixels of the window, speeds pixels per react() and not negative. The part is not owned, must not be
-// null and must outlive the jack; where another part is in its way the finger stays where it was.
+// pixels of the window, speeds pixels per react() and not negative. The part is not owned and must live as
+// long as it is the jack's, see change_part(); where another part is in its way the finger stays where it
+// was.
 //
 // A jack repaints its body and finger whole and erases nothing: what a receding finger leaves outside
 // the body is the scene's to clear. The variants are deliberately not alike, and scenes rely on it:
@@ -59,7 +60,14 @@ class djack {
   int in_stop() const { return delta_finger < 0.001; }
   int out_stop() const { return delta_finger > lbox - 0.001; }
 
-  void partdraw() { plinked_part->draw(); }
+  void partdraw() {
+    if (plinked_part != nullptr) plinked_part->draw();
+  }
+  // Pushes this part from now on, or nothing when it is null. What was pushed stays where it is.
+  void change_part(movepart* part) { plinked_part = part; }
+  movepart* my_part() const { return plinked_part; }
+  // The present travel, 0 to lbox.
+  double my_travel() const { return delta_finger; }
   // The colour with which undraw() erases; FL_BACKGROUND_COLOR until then.
   void change_background(Fl_Color colour) { background_color = colour; }
 
@@ -114,7 +122,12 @@ class sjack {
   int in_stop() const { return delta_finger < 0.001; }
   int out_stop() const { return delta_finger > lbox - 0.001; }
 
-  void partdraw() { plinked_part->draw(); }
+  void partdraw() {
+    if (plinked_part != nullptr) plinked_part->draw();
+  }
+  void change_part(movepart* part) { plinked_part = part; }
+  movepart* my_part() const { return plinked_part; }
+  double my_travel() const { return delta_finger; }
   void change_background(Fl_Color colour) { background_color = colour; }
 
   FL_Coord my_xpos() const { return xpos; }

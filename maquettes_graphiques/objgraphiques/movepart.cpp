@@ -49,6 +49,8 @@ void movepart::define(movepart_manager& man, FL_FORM* form, Fl_Color background)
 }
 
 movepart::~movepart() {
+  if (movepart* const by = carrier.to; by != nullptr && by->nextpart == this) by->unlink();
+  if (!owns_next) unlink();
   if (pman != nullptr) pman->suppart(this);
   if (associate_forms != nullptr && associate_forms->shown()) undraw();
   delete nextpart;
@@ -65,13 +67,31 @@ void movepart::add(double x, double y, FL_Coord l, FL_Coord h, Fl_Color c) {
   lcolor.push_back(static_cast<int>(c));
 }
 
-void movepart::link(movepart* p) {
+void movepart::link(movepart* p) { become_carrier_of(p, true); }
+
+void movepart::carry(movepart* p) {
+  if (p->carrier.to != nullptr) p->carrier.to->unlink();
+  unlink();
+  become_carrier_of(p, false);
+}
+
+void movepart::become_carrier_of(movepart* p, bool its_owner) {
+  if (nextpart != nullptr) nextpart->carrier.to = nullptr;
   nextpart = p;
+  owns_next = its_owner;
   p->linked = 1;
+  p->carrier.to = this;
+}
+
+bool movepart::has_aboard(const movepart& other) const {
+  for (const movepart* on = this; on->nextpart != nullptr && !on->owns_next; on = on->nextpart)
+    if (on->nextpart == &other) return true;
+  return false;
 }
 
 void movepart::unlink() {
   if (nextpart != nullptr) nextpart->linked = 0;
+  if (nextpart != nullptr) nextpart->carrier.to = nullptr;
   nextpart = nullptr;
 }
 

@@ -28,7 +28,8 @@ class movepart {
   movepart(const movepart&) = default;
   movepart& operator=(const movepart&) = default;
   // Leaves the registry, erases itself and what it carries while the window is shown, and destroys
-  // the part it carries, which must have been made with new: call unlink() first to keep it.
+  // the part it carries, which must have been made with new: call unlink() first to keep it. What it
+  // carries by carry() is left alone; and whoever carries this part forgets it.
   ~movepart();
 
   // Appends a box l * h pixels in colour c, its top-left corner at (x, y) from the base point.
@@ -36,6 +37,10 @@ class movepart {
 
   // Carries p from now on; chains are possible. Takes ownership, see the destructor.
   void link(movepart* p);
+  // The same without ownership, for parts that come and go: whichever of the two is destroyed first, the
+  // other stays, and they do not stand in each other's way, so that what stands on a platform goes down
+  // with it. A part has one carrier: the one before lets go of it.
+  void carry(movepart* p);
   // Carries nothing any more; what was carried is the caller's again.
   void unlink();
   movepart* part_have_link() const { return nextpart; }
@@ -100,6 +105,8 @@ class movepart {
       return false;
     });
   }
+  void become_carrier_of(movepart* p, bool its_owner);
+  bool has_aboard(const movepart& other) const;
   void paint_boxes() const;
   void redraw_moved(double oldx, double oldy, double dx, double dy) const;
   void fill_boxes_truncated(bool erase) const;
@@ -122,6 +129,14 @@ class movepart {
   struct {
     double left = 0.0, top = 0.0, right = 0.0, bottom = 0.0;
   } around;
+  bool owns_next = false;
+  // Who carries this part; not copied, as a copy is not carried.
+  struct back_pointer {
+    movepart* to = nullptr;
+    back_pointer() = default;
+    back_pointer(const back_pointer&) {}
+    back_pointer& operator=(const back_pointer&) { return *this; }
+  } carrier;
 };
 
 // "coords <x> <y>" with the base point, then x offsets, y offsets, widths, heights and colours, a

@@ -54,6 +54,18 @@ bool movepart_manager::may_overlap(const movepart& a, const movepart& b) {
          dy + b.around.bottom + slack > a.around.top && a.around.bottom + slack > dy + b.around.top;
 }
 
+// Calls found(box) for each box of the part as collisions see it, until it returns true.
+template <typename Found>
+bool movepart_manager::any_box_of(const movepart& part, Found found) {
+  const int base_x = static_cast<int>(part.xpos_base);
+  const int base_y = static_cast<int>(part.ypos_base);
+  return part.any_box([&](double x, double y, int l, int h, Fl_Color) {
+    const int left = static_cast<int>(base_x + x);
+    const int top = static_cast<int>(base_y + y);
+    return found(pixel_box{left, top, left + l, top + h});
+  });
+}
+
 int movepart_manager::collision(movepart* p) {
   const auto end = tab.begin() + number;
   const auto self = std::find(tab.begin(), end, p);
@@ -61,21 +73,23 @@ int movepart_manager::collision(movepart* p) {
     std::cerr << "collision: erreur interne !" << std::endl << p << std::endl;
     std::exit(1);
   }
-  const auto any_box_of = [](const movepart& part, auto found) {
-    const int base_x = static_cast<int>(part.xpos_base);
-    const int base_y = static_cast<int>(part.ypos_base);
-    return part.any_box([&](double x, double y, int l, int h, Fl_Color) {
-      const int left = static_cast<int>(base_x + x);
-      const int top = static_cast<int>(base_y + y);
-      return found(pixel_box{left, top, left + l, top + h});
-    });
-  };
   return std::any_of(tab.begin(), end, [&](movepart* const& other) {
     if (&other == self || other == nullptr || !may_overlap(*p, *other)) return false;
+    if (p->has_aboard(*other) || other->has_aboard(*p)) return false;
     return any_box_of(*other, [&](const pixel_box& box) {
       return any_box_of(*p, [&](const pixel_box& own) { return overlap(box, own); });
     });
   });
+}
+
+movepart* movepart_manager::part_in(FL_Coord x, FL_Coord y, FL_Coord w, FL_Coord h) const {
+  const auto end = tab.begin() + number;
+  const auto found = std::find_if(tab.begin(), end, [&](const movepart* part) {
+    return part != nullptr && any_box_of(*part, [&](const pixel_box& box) {
+             return overlap(box, {x, y, x + w, y + h});
+           });
+  });
+  return found == end ? nullptr : *found;
 }
 
 int movepart_manager::busy_position(FL_Coord xtest, FL_Coord ytest) {

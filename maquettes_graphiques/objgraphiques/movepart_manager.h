@@ -22,10 +22,13 @@ class movepart_manager {
   void suppart(movepart* ppart);
 
   // 1 when a box of p overlaps a box of another registered part, carried parts and carriers
-  // included, else 0. Bases are truncated to whole pixels before the offsets are added, and sums
-  // again; boxes that only touch do not overlap. When p is not registered the process ends with
-  // status 1 after "collision: erreur interne !" and p's address on the next line.
+  // included (but for those of movepart::carry()), else 0. Bases are truncated to whole pixels before the
+  // offsets are added, and sums again; boxes that only touch do not overlap. When p is not registered the
+  // process ends with status 1 after "collision: erreur interne !" and p's address on the next line.
   int collision(movepart* p);
+
+  // The first part of which a box overlaps the rectangle, by the same measure; null when none does.
+  movepart* part_in(FL_Coord x, FL_Coord y, FL_Coord w, FL_Coord h) const;
 
   // 1 when the pixel lies in a box of some part, else 0. Unlike in collision(), bases and offsets
   // are truncated separately, and the pixels just right of and just below a box count.
@@ -43,6 +46,8 @@ class movepart_manager {
 
  private:
   static bool may_overlap(const movepart& a, const movepart& b);
+  template <typename Found>
+  static bool any_box_of(const movepart& part, Found found);
 
   static constexpr int capacity = 100;
   int number = 0;

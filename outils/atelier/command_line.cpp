@@ -7,6 +7,7 @@
 #include <iostream>
 
 #include "bibliocpp/language.h"
+#include "outils/answers/answers.h"
 
 namespace {
 
@@ -30,11 +31,6 @@ const char* usage() {
   std::exit(2);
 }
 
-[[noreturn]] void answer(const char* text) {
-  std::cout << text;
-  std::exit(0);
-}
-
 }  // namespace
 
 command_line read_command_line(int argc, char** argv) {
@@ -48,9 +44,9 @@ command_line read_command_line(int argc, char** argv) {
         wanted.plant = optarg;
         break;
       case help:
-        answer(usage());
+        answer_help(usage());
       case version:
-        answer("atelier " VERSION "\n");
+        answer_version();
       default:
         refuse();
     }

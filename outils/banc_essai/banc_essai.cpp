@@ -11,9 +11,11 @@
 #include <string_view>
 #include <vector>
 
+#include "bibliocpp/language.h"
 #include "maquettes_graphiques/WAGONS/mine_signals.h"
 #include "maquettes_graphiques/mock_up/run_end.h"
 #include "maquettes_graphiques/mock_up/start_up.h"
+#include "outils/answers/answers.h"
 #include "outils/banc_essai/signal_file.h"
 #include "outils/hand_panel/hand_panel.h"
 
@@ -30,6 +32,20 @@ struct options {
   String command;
 };
 
+[[noreturn]] void tell_usage() {
+  answer_help(
+      in_language("usage : banc_essai [--signaux FICHIER] [--pas-a-pas] COMMANDE...\n"
+                  "Joue la maquette, sans maquette : les entrées du contrôleur se posent à la main.\n"
+                  "  --signaux FICHIER  d'autres signaux que ceux de la mine, un par ligne :\n"
+                  "                     entree NOM ou sortie NOM\n"
+                  "  --pas-a-pas        n'annonce les entrées qu'au bouton GO\n",
+                  "usage: banc_essai [--signaux FILE] [--pas-a-pas] COMMAND...\n"
+                  "Plays the plant, without one: the controller's inputs are set by hand.\n"
+                  "  --signaux FILE  other signals than the mine's, one a line:\n"
+                  "                  entree NAME or sortie NAME\n"
+                  "  --pas-a-pas     announces inputs only at the button GO\n"));
+}
+
 options read_options(int argc, char** argv) {
   options chosen;
   int n = 1;
@@ -39,6 +55,10 @@ options read_options(int argc, char** argv) {
       chosen.step_by_step = true;
     else if (option == "--signaux" && n + 1 < argc)
       chosen.names = read_signals(argv[++n]);
+    else if (option == "--help")
+      tell_usage();
+    else if (option == "--version")
+      answer_version();
     else
       break;
   }

@@ -15,6 +15,8 @@ class signal_inbox {
   // Waits for one; 0 when none comes in time, and now and then before that.
   int next(std::chrono::milliseconds in_time) const;
   int next() const { return next(for_ever); }
+  // For poll(): readable when one waits.
+  int readable() const { return descriptor; }
 
  private:
   static constexpr std::chrono::milliseconds for_ever{-1};

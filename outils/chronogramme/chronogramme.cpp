@@ -75,10 +75,6 @@ int show_file(const std::string& file, const window_place& place) {
 int main(int argc, char** argv) {
   try {
     const command_line wanted = read_command_line(argc, argv);
-    if (!wanted.answer.empty()) {
-      std::cout << wanted.answer;
-      return EXIT_SUCCESS;
-    }
     watch_for_run_end();
     return wanted.file.empty() ? show_plant(area_asked_for(wanted), wanted.place)
                                : show_file(wanted.file, wanted.place);

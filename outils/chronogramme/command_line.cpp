@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "bibliocpp/language.h"
+#include "outils/answers/answers.h"
 
 namespace {
 
@@ -74,9 +75,9 @@ command_line read_command_line(int argc, char** argv) {
     if (is("--"))
       options = false;
     else if (is("--help"))
-      wanted.answer = in_language(usage_french, usage_english);
+      answer_help(in_language(usage_french, usage_english));
     else if (is("--version"))
-      wanted.answer = "chronogramme " WAGONS_VERSION "\n";
+      answer_version();
     else if (is("--geometry"))
       wanted.place = place_of(value());
     else if (is("-automemlink"))

@@ -13,8 +13,8 @@ struct command_line {
   std::optional<int> area;
   std::string file;
   window_place place;
-  std::string answer;  // to --help or --version: print it, and that is all
 };
 
-// Throws a std::runtime_error that says what is wrong. Options may stand anywhere; "--" ends them.
+// Ends the process after --help and --version; throws a std::runtime_error that says what is wrong. Options
+// may stand anywhere; "--" ends them.
 command_line read_command_line(int argc, char** argv);

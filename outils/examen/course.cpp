@@ -139,7 +139,9 @@ bool course::counts_now(watch& w, std::int64_t cycle, bool while_begun) const {
 void course::check(std::int64_t cycle) {
   for (std::size_t i = 0; i < deliveries.size(); ++i) {
     edge_count& each = deliveries[i];
-    if (rises(each.counted)) note(cycle, name(each.counted) + " : " + std::to_string(++each.so_far));
+    if (rises(each.counted))
+      note(cycle, phrase("{} passe à 1 ({})", "{} becomes 1 ({})",
+                         {name(each.counted), std::to_string(++each.so_far)}));
     if (cycle == asked.deliveries[i].before) check_deliveries(i, cycle);
   }
   for (watch& w : rests)

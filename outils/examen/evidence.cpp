@@ -1,8 +1,6 @@
 #include "outils/examen/evidence.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <deque>
 #include <filesystem>
 #include <fstream>
@@ -22,9 +20,9 @@ std::vector<std::string> happened(const verdict& v, std::size_t most) {
   const std::size_t first = v.events.size() - std::min<std::size_t>(v.events.size(), most);
   if (first > 0) lines.push_back(phrase("... ({} avant)", "... ({} before)", {std::to_string(first)}));
   for (std::size_t i = first; i < v.events.size(); ++i) {
-    std::array<char, 40> time{};
-    std::snprintf(time.data(), time.size(), "%10.3f s  ", seconds_of(v.events[i].cycle));
-    lines.push_back(time.data() + harmless(v.events[i].text));
+    const std::string time = with_decimals(seconds_of(v.events[i].cycle), 3);
+    lines.push_back(std::string(10 - std::min<std::size_t>(10, time.size()), ' ') + time + " s  " +
+                    harmless(v.events[i].text));
   }
   return lines;
 }

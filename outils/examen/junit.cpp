@@ -1,19 +1,14 @@
 #include "outils/examen/junit.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 
 #include "outils/examen/evidence.h"
 #include "outils/examen/harmless.h"
+#include "outils/examen/phrase.h"
 
 namespace {
 
-std::string seconds(double value) {
-  std::array<char, 40> text{};
-  std::snprintf(text.data(), text.size(), "%.3f", value);
-  return text.data();
-}
+std::string seconds(double value) { return with_decimals(value, 3); }
 
 void write_case(std::ostream& file, const std::string& plant, const verdict& v) {
   file << "    <testcase classname=\"" << as_markup(plant) << "\" name=\"" << as_markup(v.candidate)

@@ -24,3 +24,9 @@ std::string in_short(double number) {
   std::snprintf(text.data(), text.size(), "%.10g", number);
   return text.data();
 }
+
+std::string with_decimals(double number, int decimals) {
+  std::array<char, 40> text{};
+  std::snprintf(text.data(), text.size(), "%.*f", decimals, number);
+  return text.data();
+}

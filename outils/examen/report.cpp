@@ -38,9 +38,10 @@ void add_head(std::vector<std::string>& page, const std::string& title, const ve
   page.push_back("#T");
   add_wrapped(page, sentence_of(v));
   page.push_back("#T");
-  add_wrapped(page, phrase("Durée : {} de la maquette, {} s en réalité. Lots d'entrées sans réponse : {}.",
-                           "Length: {} of the plant, {} s in reality. Batches of inputs unanswered: {}.",
-                           {in_seconds(v.cycles), in_short(v.wall_seconds), std::to_string(v.unanswered)}));
+  add_wrapped(page,
+              phrase("Durée : {} de la maquette, {} s en réalité. Lots d'entrées sans réponse : {}.",
+                     "Length: {} of the plant, {} s in reality. Batches of inputs unanswered: {}.",
+                     {in_seconds(v.cycles), with_decimals(v.wall_seconds, 2), std::to_string(v.unanswered)}));
   for (const std::string& remark : v.remarks) add_wrapped(page, harmless(remark));
 }
 

@@ -1,10 +1,7 @@
 #include "outils/examen/signal_chart.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdio>
-#include <string_view>
 
 #include "bibliocpp/signal_files.h"
 #include "outils/examen/harmless.h"
@@ -34,6 +31,13 @@ struct piece {
 std::string text_of(std::int32_t value) {
   if (value == 0) return "";
   return value == 1 ? "-" : value == undefined_value ? "?" : std::to_string(value);
+}
+
+std::int64_t beginning_of(const signal_record& record) {
+  std::int64_t first = record.end_us();
+  for (std::size_t s = 0; s < record.signals().size(); ++s)
+    if (!record.changes(s).empty()) first = std::min(first, record.changes(s).front().time_us);
+  return first;
 }
 
 // From the beginning of the window on; of more than the markup has columns for, the last ones.
@@ -85,11 +89,9 @@ void add_scale(std::vector<std::string>& page, const window_of_time& window) {
   constexpr int marks = 4;
   std::string layout = "#C T" + std::to_string(name_width) + " ", line = phrase("secondes", "seconds");
   for (int i = 0; i < marks; ++i) {
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%.3f",
-                  static_cast<double>(window.from_us + (window.to_us - window.from_us) * i / marks) / 1e6);
+    const std::int64_t from_us = window.from_us + (window.to_us - window.from_us) * i / marks;
     layout += "T" + std::to_string(chart_width / marks) + " ";
-    line += std::string("# ") + text.data();
+    line += "# " + with_decimals(static_cast<double>(from_us) / 1e6, 3);
   }
   page.push_back(layout + "T");
   page.push_back(line);
@@ -99,7 +101,7 @@ void add_scale(std::vector<std::string>& page, const window_of_time& window) {
 
 std::vector<std::string> signal_chart(const signal_record& record, double seconds, medium shown_in) {
   const auto length = static_cast<std::int64_t>(seconds * 1e6);
-  const window_of_time window{std::max<std::int64_t>(0, record.end_us() - length), record.end_us()};
+  const window_of_time window{std::max(beginning_of(record), record.end_us() - length), record.end_us()};
   std::vector<std::string> page;
   add_scale(page, window);
   page.push_back("#T");

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <cstring>
 
 #include "bibliocpp/language.h"
@@ -31,12 +30,6 @@ constexpr wording wordings[] = {{outcome::passed, "réussi", "passed", false},
 const wording& wording_of(const verdict& v) {
   return *std::find_if(std::begin(wordings), std::end(wordings) - 1,
                        [&](const wording& w) { return w.what == v.what; });
-}
-
-std::string with_decimals(double number, int decimals) {
-  std::array<char, 40> text{};
-  std::snprintf(text.data(), text.size(), "%.*f", decimals, number);
-  return text.data();
 }
 
 // What the number of an outcome means.

@@ -14,6 +14,7 @@
 
 #include "bibliocpp/area_view.h"
 #include "bibliocpp/language.h"
+#include "outils/answers/answers.h"
 
 namespace {
 
@@ -57,24 +58,26 @@ bool nobody_is_attached(int ident) {
   return shmctl(ident, IPC_STAT, &now) == 0 && now.shm_nattch == 0;
 }
 
+[[noreturn]] void tell_usage() {
+  answer_help(
+      in_language("usage : nettoyer_zones [--essai]\n"
+                  "Enlève les zones des maquettes disparues, auxquelles personne n'est attaché ;\n"
+                  "--essai les montre seulement.\n",
+                  "usage: nettoyer_zones [--essai]\n"
+                  "Removes the areas of plants that are gone, to which nobody is attached;\n"
+                  "--essai only lists them.\n"));
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   const std::string word = argc > 1 ? argv[1] : "";
-  if (argc > 2 || (argc == 2 && word != "--essai" && word != "--help")) {
+  if (argc == 2 && word == "--help") tell_usage();
+  if (argc == 2 && word == "--version") answer_version();
+  if (argc > 2 || (argc == 2 && word != "--essai")) {
     std::cerr << "nettoyer_zones: " << in_language("je ne comprends pas : ", "cannot make sense of: ")
               << argv[argc - 1] << "\n";
     return bad_command_line;
-  }
-  if (word == "--help") {
-    std::cout << in_language(
-        "usage : nettoyer_zones [--essai]\n"
-        "Enlève les zones des maquettes disparues, auxquelles personne n'est attaché ;\n"
-        "--essai les montre seulement.\n",
-        "usage: nettoyer_zones [--essai]\n"
-        "Removes the areas of plants that are gone, to which nobody is attached;\n"
-        "--essai only lists them.\n");
-    return std::cout.flush() ? done : not_done;
   }
   status as = done;
   for (const area_entry& entry : areas()) {

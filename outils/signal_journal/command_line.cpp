@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "bibliocpp/language.h"
+#include "outils/answers/answers.h"
 
 namespace {
 
@@ -50,10 +51,8 @@ command_line read_command_line(int argc, char** argv) {
   };
   for (; n < words.size(); ++n) {
     const std::string& word = words[n];
-    if (word == "--help") {
-      asked.help = true;
-      return asked;
-    }
+    if (word == "--help") answer_help(usage());
+    if (word == "--version") answer_version();
     if (word == "--zone") {
       asked.only_area = true;
     } else if (word == "--vcd") {

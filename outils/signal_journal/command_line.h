@@ -7,7 +7,6 @@
 #include <string>
 
 struct command_line {
-  bool help = false;
   pid_t plant = 0;
   bool only_area = false;  // --zone
   std::string until;       // empty: to the end of the run
@@ -20,7 +19,7 @@ struct bad_command_line : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// Throws a bad_command_line whose text says what is wrong.
+// Ends the process after --help and --version; throws a bad_command_line whose text says what is wrong.
 command_line read_command_line(int argc, char** argv);
 
 const char* usage();

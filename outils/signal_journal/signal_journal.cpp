@@ -158,10 +158,7 @@ status run(const command_line& asked) {
 }  // namespace
 
 int main(int argc, char** argv) try {
-  const command_line asked = read_command_line(argc, argv);
-  if (!asked.help) return run(asked);
-  std::cout << usage() << std::flush;
-  return std::cout ? as_asked : not_as_asked;
+  return run(read_command_line(argc, argv));
 } catch (const bad_command_line& error) {
   tell(error.what());
   if (argc < 2) std::cerr << usage();

@@ -9,6 +9,7 @@
 
 #include "bibliocpp/automemlink.h"
 #include "bibliocpp/language.h"
+#include "outils/answers/answers.h"
 
 namespace {
 
@@ -34,11 +35,6 @@ const char* usage() {
   std::exit(2);
 }
 
-[[noreturn]] void answer(const char* text) {
-  std::cout << text;
-  std::exit(0);
-}
-
 bool is_zero(std::string_view choice) {
   if (choice != "zero" && choice != "garder") refuse();
   return choice == "zero";
@@ -59,9 +55,9 @@ command_line read_command_line(int argc, char** argv) {
         wanted.drop_outputs = is_zero(optarg);
         break;
       case help:
-        answer(usage());
+        answer_help(usage());
       case version:
-        answer("surveillant " VERSION "\n");
+        answer_version();
       default:
         refuse();
     }

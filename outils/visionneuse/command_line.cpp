@@ -4,18 +4,21 @@
 
 #include <filesystem>
 
+#include "bibliocpp/language.h"
+#include "outils/answers/answers.h"
 #include "outils/visionneuse/failure.h"
 
 namespace {
 
 // Above every character, and above the 1 that getopt_long() returns for what is no option.
-enum option_code { titre = 256, lecteur_pdf, langue, aide, first_export };
+enum option_code { titre = 256, lecteur_pdf, langue, aide, version, first_export };
 
 std::vector<option> option_table() {
   std::vector<option> options{{"titre", required_argument, nullptr, titre},
                               {"lecteur-pdf", required_argument, nullptr, lecteur_pdf},
                               {"langue", required_argument, nullptr, langue},
-                              {"help", no_argument, nullptr, aide}};
+                              {"help", no_argument, nullptr, aide},
+                              {"version", no_argument, nullptr, version}};
   int code = first_export;
   for (const export_format& format : export_formats)
     options.push_back({format.option, required_argument, nullptr, code++});
@@ -38,18 +41,21 @@ std::string output_name(const std::string& name) {
   return name;
 }
 
-}  // namespace
-
 std::string usage() {
   std::string exports;
   for (const export_format& format : export_formats)
-    exports.append(" [--").append(format.option).append(" OUT]");
-  return "usage: visionneuse FILE [--titre T] [--lecteur-pdf CMD] [--langue fr|en]\n"
-         "       visionneuse FILE" +
+    exports.append(" [--").append(format.option).append(in_language(" SORTIE]", " OUT]"));
+  return in_language(
+             "usage : visionneuse FICHIER [--titre T] [--lecteur-pdf CMD] [--langue fr|en]\n"
+             "        visionneuse FICHIER",
+             "usage: visionneuse FILE [--titre T] [--lecteur-pdf CMD] [--langue fr|en]\n"
+             "       visionneuse FILE") +
          exports +
-         "\n"
-         "Shows a file of marked-up messages page by page, or exports it without a window.\n";
+         in_language("\nMontre un fichier de messages balisés page par page, ou l'exporte sans fenêtre.\n",
+                     "\nShows a file of marked-up messages page by page, or exports it without a window.\n");
 }
+
+}  // namespace
 
 command_line read_command_line(int argc, char** argv) {
   const std::vector<option> options = option_table();
@@ -74,8 +80,9 @@ command_line read_command_line(int argc, char** argv) {
         wanted.language = read_language(optarg);
         break;
       case aide:
-        wanted.help = true;
-        return wanted;
+        answer_help(usage());
+      case version:
+        answer_version();
       case ':':
         refuse(std::string("the option ") + word + " needs a value");
       case '?':

@@ -5,7 +5,6 @@
 #include "outils/visionneuse/exports.h"
 
 struct command_line {
-  bool help = false;
   std::string file;
   std::string title;                                    // the file's name when none is given
   std::string pdf_viewer;                               // empty for none
@@ -13,7 +12,6 @@ struct command_line {
   std::map<const export_format*, std::string> exports;  // the file that each goes to
 };
 
-std::string usage();
-
-// Throws a failure that says what is wrong. Options may stand before or after the file; "--" ends them.
+// Ends the process after --help and --version; throws a failure that says what is wrong. Options may stand
+// before or after the file; "--" ends them.
 command_line read_command_line(int argc, char** argv);

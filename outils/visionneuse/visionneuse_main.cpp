@@ -11,11 +11,6 @@
 
 namespace {
 
-void tell_usage() {
-  errno = 0;
-  if (!(std::cout << usage() << std::flush)) throw failure(cannot_write, "cannot write the usage", errno);
-}
-
 void show(const command_line& wanted, message_lines& lines) {
   const int count = static_cast<int>(lines.size());
   lines.emplace_back();  // an empty file shows an empty page: the viewer opens for any array but null
@@ -24,7 +19,6 @@ void show(const command_line& wanted, message_lines& lines) {
 }
 
 void run(const command_line& wanted) {
-  if (wanted.help) return tell_usage();
   message_lines lines = read_lines(wanted.file);
   if (wanted.exports.empty()) return show(wanted, lines);
   for (const auto& [format, path] : wanted.exports)

@@ -81,6 +81,9 @@ struct controller {
   bool start = false, stop = false, emergency = false, init = false, station_occupied = false;
 
   bool in(mode m) const { return chart.in(m); }
+  // Of buttons held together initialisation counts before stop, and stop before start.
+  bool starts() const { return start && !stop && !init; }
+  bool pressed() const { return start || init; }
   bool all_home() const {
     return A.in(shuttle_step::at_hopper) && B.in(shuttle_step::at_hopper) && C.in(carrier_step::at_station);
   }
@@ -100,20 +103,20 @@ using carrier_transition = transition<carrier_step, controller>;
 
 // clang-format off
 constexpr mode_transition mode_transitions[] = {
-  {mode::at_rest,         [](const controller& c) { return c.init; },                           mode::homing},
-  {mode::at_rest,         [](const controller& c) { return c.start; },                          mode::homing_to_start},
-  {mode::homing,          [](const controller& c) { return c.start; },                          mode::homing_to_start},
-  {mode::homing,          [](const controller& c) { return c.all_home(); },                     mode::ready},
-  {mode::homing_to_start, [](const controller& c) { return c.stop; },                           mode::homing},
-  {mode::homing_to_start, [](const controller& c) { return c.all_home(); },                     mode::hauling},
-  {mode::ready,           [](const controller& c) { return c.init; },                           mode::homing},
-  {mode::ready,           [](const controller& c) { return c.start; },                          mode::hauling},
-  {mode::hauling,         [](const controller& c) { return c.init; },                           mode::homing},
-  {mode::hauling,         [](const controller& c) { return c.stop; },                           mode::finishing},
-  {mode::finishing,       [](const controller& c) { return c.init; },                           mode::homing},
-  {mode::finishing,       [](const controller& c) { return c.start; },                          mode::hauling},
-  {mode::finishing,       [](const controller& c) { return c.all_home() && c.C.empty; },        mode::ready},
-  {mode::emergency,       [](const controller& c) { return c.init && !c.emergency; },           mode::homing},
+  {mode::at_rest,         [](const controller& c) { return c.init; },                              mode::homing},
+  {mode::at_rest,         [](const controller& c) { return c.starts(); },                          mode::homing_to_start},
+  {mode::homing,          [](const controller& c) { return c.starts(); },                          mode::homing_to_start},
+  {mode::homing,          [](const controller& c) { return c.all_home() && !c.pressed(); },        mode::ready},
+  {mode::homing_to_start, [](const controller& c) { return c.stop; },                              mode::homing},
+  {mode::homing_to_start, [](const controller& c) { return c.all_home() && !c.init; },             mode::hauling},
+  {mode::ready,           [](const controller& c) { return c.init; },                              mode::homing},
+  {mode::ready,           [](const controller& c) { return c.starts(); },                          mode::hauling},
+  {mode::hauling,         [](const controller& c) { return c.init; },                              mode::homing},
+  {mode::hauling,         [](const controller& c) { return c.stop; },                              mode::finishing},
+  {mode::finishing,       [](const controller& c) { return c.init; },                              mode::homing},
+  {mode::finishing,       [](const controller& c) { return c.starts(); },                          mode::hauling},
+  {mode::finishing,       [](const controller& c) { return c.all_home() && c.C.empty && !c.pressed(); }, mode::ready},
+  {mode::emergency,       [](const controller& c) { return c.init && !c.emergency; },              mode::homing},
 };
 
 using st = shuttle_step;
@@ -142,15 +145,23 @@ constexpr carrier_transition carrier_transitions[] = {
 };
 // clang-format on
 
+// A wagon that is sent elsewhere looks for its station anew.
+template <typename Wagon, typename Step>
+void force(Wagon& w, Step s) {
+  if (w.in(s)) return;
+  w.chart.force(s);
+  w.drive.stop();
+}
+
 // The mode chart's hold on the others.
 void force_charts(controller& c) {
   if (c.emergency) c.chart.force(mode::emergency);
   for (shuttle* const s : {&c.A, &c.B}) {
-    if (c.in(mode::emergency)) s->chart.force(st::idle);
-    if (c.brings_home() && !s->in(st::at_hopper)) s->chart.force(st::to_hopper);
+    if (c.in(mode::emergency)) force(*s, st::idle);
+    if (c.brings_home() && !s->in(st::at_hopper)) force(*s, st::to_hopper);
   }
-  if (c.in(mode::emergency)) c.C.chart.force(ct::idle);
-  if (c.brings_home() && !c.C.in(ct::at_station)) c.C.chart.force(ct::to_station);
+  if (c.in(mode::emergency)) force(c.C, ct::idle);
+  if (c.brings_home() && !c.C.in(ct::at_station)) force(c.C, ct::to_station);
 }
 
 // A new step looks for its own station.

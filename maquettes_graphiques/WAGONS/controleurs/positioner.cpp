@@ -1,7 +1,7 @@
 #include "maquettes_graphiques/WAGONS/controleurs/positioner.h"
 
 void positioner::observe(bool at_home) {
-  if (motion() != none) last_motion = motion();
+  remember_motion();
   if (was_at_home && !at_home) side_of_home = opposite(last_motion);
   was_at_home = at_home;
   home_known = home_known || at_home;
@@ -21,7 +21,7 @@ void positioner::seek(bool at_station, direction d) {
       if (at_station) {
         phase = phases::braking;
         waited = 0;
-      } else if (waited > patience) {
+      } else if (waited >= patience) {
         patience *= 2;
         turn_round();
       }
@@ -38,7 +38,15 @@ void positioner::seek(bool at_station, direction d) {
   }
 }
 
-void positioner::stop() { phase = phases::stopped; }
+// A wagon may leave home in the very batch in which it is sent elsewhere.
+void positioner::stop() {
+  remember_motion();
+  phase = phases::stopped;
+}
+
+void positioner::remember_motion() {
+  if (motion() != none) last_motion = motion();
+}
 
 void positioner::turn_round() {
   heading = opposite(heading);

@@ -31,6 +31,7 @@ class positioner {
   enum class phases { stopped, moving, braking, settled };
 
   void turn_round();
+  void remember_motion();
 
   // Batches of inputs, about 10 ms each.
   static constexpr int settling_time = 3;        // covers a batch under way while the stop was written

@@ -156,7 +156,8 @@ TEST_F(message_viewer, hands_documents_to_other_programs) {
   std::ofstream("ps2pdf") << "#!/bin/sh\necho ${0##*/} \"$@\" >>log; [ -e tmp.pdf ] && cp tmp.pdf seen.pdf\n";
   fs::permissions("ps2pdf", fs::perms::owner_all);
   for (const char* const name : {"acroread", "rm", "pdf reader"}) fs::create_symlink("ps2pdf", name);
-  const string path = getenv("PATH");
+  const char* const had = getenv("PATH");
+  const string path = had == nullptr ? "" : had;
   setenv("PATH", (here.path.string() + ":" + path).c_str(), 1);
   OFD_afficheur::imprime_tmp_ps();
   setenv("PATH", path.c_str(), 1);

@@ -99,7 +99,7 @@ TEST(viewer_print, writes_documents_exactly_and_flushes_after_every_line) {
     print.imprime_pdf(file);
     print.imprime_pdf(file);
     const string all = buffer.str(), pdf = contents(beside(name + ".pdf"));
-    EXPECT_EQ(all, contents(beside(name + ".ps")) + pdf + pdf);
+    EXPECT_EQ(all, contents(beside(name + ".ps")).append(pdf).append(pdf));
     EXPECT_EQ(buffer.whole_lines, std::count(all.begin(), all.end(), '\n'));
   }
 }
@@ -109,8 +109,9 @@ TEST(viewer_print, moves_up_at_a_new_layout_and_hands_its_columns_on_to_its_next
   auto print = filter<print_filter>(lines);
   const string drawn = "45 800 moveto (a) show\nnewpath 40 800 moveto 40 800 lineto stroke \nshowpage\n";
   for (const string first : {"", "lo"})
-    EXPECT_TRUE(written(print, &print_filter::imprime_postscript)
-                    .ends_with("setfont\n45 790 moveto (" + first + ") show\n" + drawn));
+    EXPECT_TRUE(
+        written(print, &print_filter::imprime_postscript)
+            .ends_with(string("setfont\n45 790 moveto (").append(first).append(") show\n").append(drawn)));
 }
 
 TEST(viewer_print, writes_each_character_as_the_byte_that_the_pdf_declares) {

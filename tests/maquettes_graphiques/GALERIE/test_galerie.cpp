@@ -24,6 +24,9 @@ bool lit(const program_window& window, int input) {
   return window.at({825 + input / 16 * 178 + 5, 366 + input % 16 * 13 + 5}) == yellow;
 }
 
+constexpr auto& input_names = signal_names<entree::index>;
+constexpr auto& output_names = signal_names<sortie::index>;
+
 // A plant that is nothing but its signals.
 struct signals_of_gallery {
   std::list<std::string> inputs{input_names.begin(), input_names.end()},

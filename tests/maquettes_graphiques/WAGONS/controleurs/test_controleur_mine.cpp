@@ -84,15 +84,22 @@ TEST(independent_controller, hauls_a_load_by_the_layout_of_the_record_alone) {
 }
 
 TEST(controller_of_the_readme, hauls_and_a_journal_tells_it) {
-  running_mine mine(built("shuttle"));
-  process journal(
-      {built("signal_journal"), std::to_string(mine.simulator.pid()), "--until", "wCvide", "1", "2"});
-  ASSERT_TRUE(wait_until([&] { return !journal.output().empty(); }));
-  mine.push(buttons::start);
-  EXPECT_TRUE(mine.hauls(2));
-  EXPECT_EQ(journal.wait(), 0);
-  for (const char* const change :
-       {" s  dc 1\n", " s  REMPLIR_A 1\n", " s  wAplein 1\n", " s  VIDER_C 1\n", " s  wCvide 1\n"})
-    EXPECT_NE(journal.output().find(change), std::string::npos) << change;
-  EXPECT_EQ(mine.quit(), 0);
+  const std::vector<std::string> environment{"PYTHONPATH=" + in_repository("python"),
+                                             "PYTHONDONTWRITEBYTECODE=1"};
+  for (const std::string& shuttle :
+       {built("shuttle"), "python3 " + in_repository("python/examples/shuttle.py")}) {
+    running_mine mine(shuttle, environment);
+    process journal(
+        {built("signal_journal"), std::to_string(mine.simulator.pid()), "--until", "wCvide", "1", "2"});
+    const auto answers = [&] { return std::atomic_ref(mine.area->output_clock).load() > 0; };
+    ASSERT_TRUE(wait_until([&] { return !journal.output().empty() && answers(); }))
+        << mine.simulator.errors();
+    mine.push(buttons::start);
+    EXPECT_TRUE(mine.hauls(2)) << mine.simulator.errors();
+    EXPECT_EQ(journal.wait(), 0);
+    for (const char* const change :
+         {" s  dc 1\n", " s  REMPLIR_A 1\n", " s  wAplein 1\n", " s  VIDER_C 1\n", " s  wCvide 1\n"})
+      EXPECT_NE(journal.output().find(change), std::string::npos) << change;
+    EXPECT_EQ(mine.quit(), 0);
+  }
 }

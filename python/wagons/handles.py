@@ -1,0 +1,100 @@
+"""Signals of an area as objects of a controller: asked for once, by name, and checked."""
+
+from collections.abc import Sequence
+
+from .client import IOsharemem_client
+from .language import in_language
+from .record import area_error, checked
+
+
+class unknown_signal(area_error, LookupError):
+    """The area has no signal of that name in that direction; the message tells the nearest and all there are."""
+
+
+class input_signal:
+    """An input, to be used as the number it is: `if pcA and not full`, `pcA == 1`, `int(pcA)`.
+
+    Its value is that of the last receive() that gave 1, and 0 before the first. Of two inputs with the same
+    name the later counts."""
+
+    def __init__(self, area: IOsharemem_client, name: str) -> None:
+        """An unknown_signal when the area has no input of that name."""
+        self._index = _last_of(area.input_names(), area.output_names(), name, _INPUT, _OUTPUT)
+        self._area, self.name = area, name
+
+    @property
+    def value(self) -> int:
+        """The number itself, 32 bits with a sign."""
+        return self._area._values[self._index]
+
+    def __index__(self) -> int:
+        return self.value
+
+    __int__ = __index__
+
+    def __bool__(self) -> bool:
+        return self.value != 0
+
+    def __eq__(self, other: object) -> bool:
+        return self.value == (other.value if isinstance(other, input_signal) else other)
+
+    __hash__ = None  # type: ignore[assignment]  # a value that changes is no key
+
+    def __repr__(self) -> str:
+        return f"<input {self.name} = {self.value}>"
+
+
+class output_signal:
+    """An output, to be written: `A_DROITE.set(dc and not pcA)`. It cannot be read.
+
+    (`A_DROITE = 1` would only give the name another meaning, as everywhere in Python.) Of two outputs with the
+    same name the later counts."""
+
+    def __init__(self, area: IOsharemem_client, name: str) -> None:
+        """An unknown_signal when the area has no output of that name."""
+        self._index = _last_of(area.output_names(), area.input_names(), name, _OUTPUT, _INPUT)
+        self._area, self.name = area, name
+
+    def set(self, value: "int | input_signal") -> None:
+        """Writes it at once: 32 bits with a sign, or an OverflowError. The plant sees stores in the order of the
+        calls."""
+        self._area._memory.record.output[self._index] = checked(int(value))
+
+    def __repr__(self) -> str:
+        return f"<output {self.name}>"
+
+
+_INPUT, _OUTPUT = ("entrée", "input"), ("sortie", "output")
+
+
+def _last_of(own: list[str], others: list[str], name: str, kind: tuple[str, str], other: tuple[str, str]) -> int:
+    if name not in own:
+        raise unknown_signal(_unknown(name, own, others, in_language(*kind), in_language(*other)))
+    return len(own) - 1 - own[::-1].index(name)
+
+
+def _unknown(name: str, own: list[str], others: list[str], kind: str, other_kind: str) -> str:
+    """ "entrée" and "sortie" are of one gender, "input" and "output" take one article."""
+    text = in_language("aucune ", "no ") + kind + in_language(" ne s'appelle ", " is named ") + f'"{name}"'
+    if own or others:
+        nearest = min(own + others, key=lambda known: _distance(name, known))
+        if nearest == name:
+            text += in_language(" : c'est une ", ": that is an ") + other_kind
+        else:
+            text += in_language(" ; le nom le plus proche est ", "; the nearest name is ") + f'"{nearest}"'
+            if nearest not in own:
+                text += in_language(", une ", ", an ") + other_kind
+    text += in_language(". Les ", ". The ") + kind + in_language("s sont : ", "s are: ")
+    return text + (" ".join(own) if own else in_language("(aucune)", "(none)"))
+
+
+def _distance(one: Sequence[str], other: Sequence[str]) -> int:
+    """Levenshtein's: letters to put in, take out or change. Upper and lower case are hardly different."""
+    edit, other_case = 4, 1
+    row = [edit * k for k in range(len(other) + 1)]
+    for letter in one:
+        diagonal, row[0] = row[0], row[0] + edit
+        for k, wanted in enumerate(other, 1):
+            change = 0 if letter == wanted else other_case if letter.lower() == wanted.lower() else edit
+            diagonal, row[k] = row[k], min(diagonal + change, row[k] + edit, row[k - 1] + edit)
+    return row[-1]
