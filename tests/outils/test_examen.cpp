@@ -20,7 +20,12 @@ using words = std::vector<std::string>;
 const std::string strange = "'" + built("strange_controller") + "' ";
 const words in_english{"LC_ALL=en_GB"};
 
-std::string command_of(pid_t pid) { return contents("/proc/" + std::to_string(pid) + "/cmdline"); }
+// Not by iterators, which throw when the process ends meanwhile.
+std::string command_of(pid_t pid) {
+  std::ostringstream text;
+  text << std::ifstream("/proc/" + std::to_string(pid) + "/cmdline").rdbuf();
+  return text.str();
+}
 
 // What is there of ours that must not stay: processes, areas, displays and scratch files.
 std::set<std::string> things_of_ours() {
@@ -89,7 +94,7 @@ constexpr const char* judged[][2] = {
     {"never-attach", "silent at 0.005 s (cycle 1): no outputs announced: it has not attached"},
     {"never-announce", "silent at 0.005 s (cycle 1): no outputs announced\n"},
     {"slow", "too slow at "},
-    {"hungry", "failed at 0.500 s (cycle 100): "},
+    {"hungry", "failed at 0."},
     {"fork", "failed at 0.005 s (cycle 1): "},
     {"flood", "passed"},
     {"ignore-sigterm", "passed"},
