@@ -3,10 +3,12 @@
 #include <elf.h>
 #include <glob.h>
 #include <sys/prctl.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 
 bool can_be_accelerated() {
@@ -40,4 +42,15 @@ void accelerate_pauses(int times) {
   setenv("ASAN_OPTIONS", (options + "verify_asan_link_order=0").c_str(), 1);
   setenv("LD_PRELOAD", "/usr/$LIB/faketime/libfaketime.so.1", 1);  // $LIB: of the program's own kind
   setenv("FAKETIME", ("+0 x" + std::to_string(times)).c_str(), 1);
+}
+
+// Named after their process: "faketime_shm_N" and "sem.faketime_sem_N".
+void remove_traces_of_acceleration() {
+  std::error_code ignored;
+  for (const auto& entry : std::filesystem::directory_iterator("/dev/shm", ignored)) {
+    const std::string name = entry.path().filename();
+    if (!name.starts_with("faketime_shm_") && !name.starts_with("sem.faketime_sem_")) continue;
+    const std::string process = "/proc/" + name.substr(name.rfind('_') + 1);
+    if (access(process.c_str(), F_OK) != 0) std::filesystem::remove(entry.path(), ignored);
+  }
 }

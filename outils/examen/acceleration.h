@@ -12,3 +12,7 @@ bool is_statically_linked(const std::string& program);
 // In a process that is about to become the controller: its pauses, and those of what it starts in turn, take
 // a `times`th of what they should. Its clocks run that much faster, too. 1: nothing is done.
 void accelerate_pauses(int times);
+
+// Removes what accelerated processes that were killed have left in /dev/shm, and only what belongs to no
+// running process.
+void remove_traces_of_acceleration();

@@ -33,6 +33,7 @@ Juge des contrôleurs sur une maquette, sans écran et sans opérateur.
   --operateur-au-hasard GRAINE
                      un opérateur au hasard, jusqu'au premier moment que fixe le scénario
 Code de sortie : 0 tous réussis, 1 sinon, 2 si l'un n'a pu être jugé.
+--help donne cet usage, --version la version.
 )",
                      *usage_english =
                          R"(usage: examen [options] CONTROLLER...
@@ -53,6 +54,7 @@ Judges controllers on a plant, without a screen and without an operator.
   --operateur-au-hasard SEED
                      an operator at random, until the first moment that the scenario fixes
 Exit status: 0 all have passed, 1 otherwise, 2 when one could not be judged.
+--help tells this usage, --version the version.
 )";
 
 [[noreturn]] void refuse(const std::string& what) {

@@ -107,8 +107,11 @@ class guardian {
   }
 
   void end() {
-    // They go with the first process of their namespace.
-    if (getpid() != 1) end_descendants(0ms);
+    // In a namespace of their own all goes with its first process.
+    if (getpid() != 1) {
+      end_descendants(0ms);
+      remove_traces_of_acceleration();
+    }
     read_streams();
     const std::string text = kept.text();
     tell("wrote", static_cast<long>(text.size()));

@@ -57,10 +57,14 @@ int main(int argc, char** argv) {
     ++batch;
     if (how == "fault") mine.setreset_output("REMPLIR_A", batch >= 100);
     if (how == "other-fault") mine.setreset_output("REMPLIR_B", batch >= 60);
-    if (how == "crash" && batch == 100) raise(SIGSEGV);
+    if (how == "crash" && batch == 100) {
+      signal(SIGSEGV, SIG_DFL);  // a sanitizer would turn it into a status
+      raise(SIGSEGV);
+    }
     if (how == "leave" && batch == 100) return 3;
     if (how == "slow") sleep_really(400);
-    if (how == "hungry" && batch == 100) std::memset(malloc(std::size_t{1} << 30), 1, std::size_t{1} << 30);
+    constexpr std::size_t portion = std::size_t{16} << 20;
+    if (how == "hungry" && batch >= 100) std::memset(malloc(portion), 1, portion);
     if (how == "scribble" && batch == 100) scribble(area, 1000);
     mine.outputs_refresh();
   }

@@ -121,7 +121,7 @@ TEST_F(examen, judges_every_kind_of_controller) {
   for (const char* const line : {"missing: not found", "not_executable: not executable",
                                  "no_interpreter: not executable: the interpreter", "script: passed"})
     EXPECT_NE(output.find(line), std::string::npos) << line << "\n" << output;
-  EXPECT_LT(std::filesystem::file_size("report/013-strange_controller _13_/erreurs.txt"), 200'000U);
+  EXPECT_LT(std::filesystem::file_size("report/013-strange_controller__13_/erreurs.txt"), 200'000U);
 }
 
 // Inputs as the controller gets them, outputs as it writes them: what is forced is seen by one side only.
@@ -154,7 +154,7 @@ TEST_F(examen, goes_on_at_the_pace_of_the_plant) {
 TEST_F(examen, does_not_judge_without_a_plant_that_plays) {
   write("dies", "#!/bin/sh\necho no fuel >&2\nexit 3\n", true);
   write("hangs", "#!/bin/sh\nsleep 1000\n", true);
-  write("babbles", "#!/bin/sh\necho hello >&${MOCK_UP_LED#*,}\nsleep 1000\n", true);
+  write("babbles", "#!/bin/sh\necho hello >/proc/self/fd/${MOCK_UP_LED#*,}\nsleep 1000\n", true);
   for (const auto& [plant, reason] : {std::pair{"dies", "the plant has ended: no fuel"},
                                       {"hangs", "the plant no longer answers"},
                                       {"babbles", "the plant says \"hello\""}}) {
