@@ -31,7 +31,7 @@ void fork_often() {
 
 // Over the whole area, the lock and both clocks included; no value that counts.
 void scribble(IO_controleur* area, int how_often) {
-  for (int n = 0; n < how_often; ++n) std::memset(static_cast<void*>(area), 2 + n % 200, sizeof *area);
+  for (int n = 0; n < how_often; ++n) std::memset(static_cast<void*>(area), 2 + n % 100, sizeof *area);
 }
 
 }  // namespace
