@@ -113,7 +113,7 @@ constexpr const char* judged[][2] = {
 };
 
 TEST_F(examen, judges_every_kind_of_controller) {
-  words options{"-j", "2", "--patience", "200", "--memoire", "400", "--rapport", "report"};
+  words options{"-j", "2", "--patience", "1000", "--memoire", "400", "--rapport", "report"};
   for (const auto& [how, verdict] : judged) options.push_back(strange + how);
   write("not_executable", "#!/bin/sh\n");
   write("no_interpreter", "#!/nowhere/sh\n", true);
