@@ -120,6 +120,7 @@ TEST_F(examen, judges_every_kind_of_controller) {
   write("script", "#!/bin/sh\n" + strange + " '' \"$@\" &\n", true);
   for (const char* const file : {"./missing", "./not_executable", "./no_interpreter", "./script"})
     options.emplace_back(file);
+  options.push_back(built("grafcet") + " " + in_repository("share/grafcets/mine.grafcet"));
   const auto [status, output, errors] = ends(command(options));
   EXPECT_EQ(status, 1) << errors;
   int number = 1;
@@ -129,8 +130,9 @@ TEST_F(examen, judges_every_kind_of_controller) {
     EXPECT_NE(output.find(name + ": " + verdict), std::string::npos) << how << "\n" << output;
     ++number;
   }
-  for (const char* const line : {"missing: not found", "not_executable: not executable",
-                                 "no_interpreter: not executable: the interpreter", "script: passed"})
+  for (const char* const line :
+       {"missing: not found", "not_executable: not executable",
+        "no_interpreter: not executable: the interpreter", "script: passed", "mine.grafcet: passed"})
     EXPECT_NE(output.find(line), std::string::npos) << line << "\n" << output;
   EXPECT_LT(std::filesystem::file_size("report/013-strange_controller__13_/erreurs.txt"), 200'000U);
 }
