@@ -159,7 +159,7 @@ TEST_F(examen, records_every_run_to_the_same_byte_and_forces_signals) {
 }
 
 TEST_F(examen, goes_on_at_the_pace_of_the_plant) {
-  const run its = ends(command({"--temps-reel", strange + "x", strange + "slow", "--patience", "100"}));
+  const run its = ends(command({"--temps-reel", strange + "x", strange + "late", "--patience", "100"}));
   EXPECT_NE(its.output.find("controller: passed"), std::string::npos) << its.output << its.errors;
   EXPECT_NE(its.output.find("(2): too slow"), std::string::npos) << its.output;
 }
