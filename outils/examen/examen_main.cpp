@@ -8,6 +8,7 @@
 
 #include "bibliocpp/language.h"
 #include "outils/child_processes/programs.h"
+#include "outils/examen/acceleration.h"
 #include "outils/examen/command_line.h"
 #include "outils/examen/exams.h"
 #include "outils/examen/guardian.h"
@@ -99,6 +100,7 @@ int judge(command_line wanted, const std::string& self) {
     orders.push_back(order_for(wanted, wanted.candidates[n], n));
     orders.back().boxed = boxed;
   }
+  remove_traces_of_acceleration();  // of an examen that was killed
   std::vector<verdict> verdicts = hold_exams(orders, wanted.at_once, self, needed,
                                              [](const verdict& v) { std::cout << line_of(v) << std::endl; });
   for (std::size_t n = 0; n < verdicts.size(); ++n) {

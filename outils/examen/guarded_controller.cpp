@@ -55,7 +55,8 @@ guarded_controller::~guarded_controller() {
 }
 
 const controller_state& guarded_controller::look() {
-  if (state.what == kind::runs && !receive()) state = {kind::guardian_gone, 0};
+  const bool more = state.what != kind::runs || receive();
+  if (!more && state.what == kind::runs) state = {kind::guardian_gone, 0};
   return state;
 }
 

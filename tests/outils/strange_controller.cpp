@@ -31,7 +31,7 @@ void fork_often() {
 
 // Over the whole area, the lock and both clocks included; no value that counts.
 void scribble(IO_controleur* area, int how_often) {
-  for (int n = 0; n < how_often; ++n) std::memset(static_cast<void*>(area), 2 + n % 200, sizeof *area);
+  for (int n = 0; n < how_often; ++n) std::memset(static_cast<void*>(area), 2 + n % 100, sizeof *area);
 }
 
 }  // namespace
@@ -62,7 +62,7 @@ int main(int argc, char** argv) {
       raise(SIGSEGV);
     }
     if (how == "leave" && batch == 100) return 3;
-    if (how == "slow") sleep_really(400);
+    if (how == "slow") sleep_really(1200);
     constexpr std::size_t portion = std::size_t{16} << 20;
     if (how == "hungry" && batch >= 100) std::memset(malloc(portion), 1, portion);
     if (how == "scribble" && batch == 100) scribble(area, 1000);

@@ -1,5 +1,6 @@
 // examen with real plants and controllers: what it makes of every kind of them, and what it leaves.
 #include <gtest/gtest.h>
+#include <sched.h>
 
 #include <csignal>
 #include <set>
@@ -27,12 +28,15 @@ std::string command_of(pid_t pid) {
   return text.str();
 }
 
+// Areas of other tests come and go beside ours, unless this process has a list of its own.
+const bool has_own_areas = unshare(CLONE_NEWIPC) == 0;
+
 // What is there of ours that must not stay: processes, areas, displays and scratch files.
 std::set<std::string> things_of_ours() {
   std::set<std::string> found;
   for (const pid_t pid : descendants()) found.insert(command_of(pid));
   for (const area_entry& area : areas())
-    if (!creator_runs(area)) found.insert("area " + std::to_string(area.ident));
+    if (has_own_areas && !creator_runs(area)) found.insert("area " + std::to_string(area.ident));
   for (const auto& entry : std::filesystem::directory_iterator("/tmp"))
     if (entry.path().string().find("examen") != std::string::npos) found.insert(entry.path());
   for (const auto& entry : std::filesystem::directory_iterator("/dev/shm")) found.insert(entry.path());
@@ -60,6 +64,13 @@ struct examen : testing::Test {
     for (const std::string& thing : things_of_ours())
       if (before.count(thing) == 0) text += thing + "\n";
     return text;
+  }
+  // What shortens pauses leaves names in memory when nobody is left to remove them; the next exam does.
+  bool only_traces() const {
+    const auto all = things_of_ours();
+    return std::all_of(all.begin(), all.end(), [this](const std::string& thing) {
+      return before.count(thing) != 0 || thing.find("faketime_s") != std::string::npos;
+    });
   }
   static void write(const std::string& file, const std::string& text, bool executable = false) {
     std::ofstream(file) << text;
@@ -102,7 +113,7 @@ constexpr const char* judged[][2] = {
 };
 
 TEST_F(examen, judges_every_kind_of_controller) {
-  words options{"-j", "2", "--patience", "200", "--memoire", "400", "--rapport", "report"};
+  words options{"-j", "2", "--patience", "1000", "--memoire", "400", "--rapport", "report"};
   for (const auto& [how, verdict] : judged) options.push_back(strange + how);
   write("not_executable", "#!/bin/sh\n");
   write("no_interpreter", "#!/nowhere/sh\n", true);
@@ -188,7 +199,7 @@ TEST_F(examen, takes_everything_along_when_it_is_ended_in_the_middle) {
       EXPECT_EQ(program.wait(), signal == SIGTERM ? 2 : -SIGKILL);
       EXPECT_TRUE(wait_until([this] {
         wait_for_descendants(0ms);
-        return left().empty();
+        return only_traces();
       })) << environment
           << signal << "\n"
           << left();
