@@ -148,7 +148,7 @@ void evolution::begin(std::span<const std::int32_t> inputs, std::int64_t time_us
   if (!first_batch) return;
   first_batch = false;
   std::fill(present.since_us.begin(), present.since_us.end(), time_us);
-  memories.evaluate(present);
+  memories.evaluate(present);  // what is 1 now does not rise in the first evolution
   next = present.active;
   std::fill(present.active.begin(), present.active.end(), 0);
   store(moment::activation);

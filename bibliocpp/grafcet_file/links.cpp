@@ -1,5 +1,6 @@
 // Names become indexes, once everything has been read.
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <utility>
@@ -198,9 +199,7 @@ class linker {
   }
 
   static bool has(const std::vector<std::string>& names, const std::string& name) {
-    for (const std::string& one : names)
-      if (one == name) return true;
-    return false;
+    return std::find(names.begin(), names.end(), name) != names.end();
   }
 
   void check_signal(const signal& used, bool as_input) {

@@ -1,5 +1,6 @@
 #include "bibliocpp/grafcet_file/parser.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "bibliocpp/grafcet_file/reading.h"
@@ -328,9 +329,7 @@ void read_all(reading& from) {
 }  // namespace
 
 bool parsed::ok() const {
-  for (const remark& r : remarks)
-    if (!r.warning) return false;
-  return true;
+  return std::all_of(remarks.begin(), remarks.end(), [](const remark& r) { return r.warning; });
 }
 
 parsed read_charts(std::string_view text, const plant_signals* plant) {

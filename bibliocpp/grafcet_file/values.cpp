@@ -27,7 +27,6 @@ bool node_memories::evaluate(situation& now) {
     now.values[k] = value(n, now, memories[k]);
     if (now.values[k] != 0 && (n.what == operation::rising || n.what == operation::falling)) edge = true;
   }
-  first = false;
   return edge;
 }
 
@@ -51,11 +50,11 @@ std::int64_t node_memories::value(const node& n, const situation& now, memory& b
       return left() != 0 || right() != 0;
     case operation::rising: {
       const bool was = std::exchange(before.operand, left() != 0);
-      return !first && !was && before.operand;
+      return !was && before.operand;
     }
     case operation::falling: {
       const bool was = std::exchange(before.operand, left() != 0);
-      return !first && was && !before.operand;
+      return was && !before.operand;
     }
     case operation::delay:
       return delayed(n, now, before);

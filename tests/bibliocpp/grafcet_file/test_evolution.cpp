@@ -138,6 +138,10 @@ constexpr example examples[] = {
      "0 a | 1 10 20 | A B\n1 c | 1 11 21 30 | A C D\n2 d | 1 11 20 | A C\n3 c | 1 11 21 30 | A C D\n4 b c | "
      "0 |\n"
      "5 a | 1 10 20 | A B\n"},
+    {"an enclosing step that is left empties the macro-steps in it",
+     REST "transition 0 -> 1 : a etape englobante 1 transition 1 -> 0 : b encapsulation 1 etape * 10 "
+          "transition 10 -> M1 : 1 macro M1 expansion M1 etape E1 : A transition E1 -> S1 : c etape S1",
+     "0 a | 1 M1 E1 | A\n1 b | 0 |\n"},
     {"an initial enclosing step begins at the initial steps in it, a forced one too",
      "grafcet F1 etape initiale 0 : F/G{1} transition 0 -> 2 : a etape 2 : F/G{INIT} "
      "grafcet G etape initiale englobante 1 encapsulation 1 etape * 10 etape initiale 11 transition 10 -> 11 "
