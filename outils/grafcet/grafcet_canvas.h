@@ -13,9 +13,9 @@
 
 class grafcet_canvas : public Fl_Widget {
  public:
-  // Shows `now` whenever it is drawn; both outlive the widget.
-  grafcet_canvas(int x, int y, int w, int h, const grafcet_file::program& charts,
-                 const grafcet_file::situation& now);
+  // Shows the situation of the moment whenever it is drawn; both outlive the widget.
+  grafcet_canvas(int x, int y, int w, int h, const grafcet_file::program& some_charts,
+                 const grafcet_file::situation& a_situation);
 
   int handle(int event) override;
 
