@@ -21,7 +21,7 @@ class grafcet_canvas : public Fl_Widget {
 
  protected:
   void draw() override;
-  void resize(int x, int y, int w, int h) override;
+  void resize(int new_x, int new_y, int new_w, int new_h) override;
 
  private:
   void show_all();
