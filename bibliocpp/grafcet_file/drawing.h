@@ -28,6 +28,7 @@ struct drawn_text {
   std::string words;
   text_style style = text_style::body;
   int step = none, transition = none, action = none;  // what it belongs to
+  bool above = false;                                 // an action's condition or event, above its box
 };
 
 struct drawn_step {

@@ -132,7 +132,8 @@ std::vector<std::string> wrapped(std::string_view text, text_style style, double
     std::string& line = lines.back();
     if (line.empty())
       line = word;
-    else if (const std::string longer = line + " " + word; width_of(longer, style) <= width)
+    else if (const std::string longer = std::string(line).append(" ").append(word);
+             width_of(longer, style) <= width)
       line = longer;
     else
       lines.push_back(word);
@@ -185,10 +186,11 @@ head step_head(const program& charts, int step, const measure_text& width_of) {
     else
       put_line(shapes, {{half + bus, middle}, {half + bus, box_middle}, {x, box_middle}});
     shapes.actions.push_back({step, static_cast<int>(k), {x, y, actions_width, a.box_height}, a.mark});
-    const drawn_text pattern{.where = {}, .words = "", .step = step, .action = static_cast<int>(k)};
+    drawn_text pattern{.where = {}, .words = "", .step = step, .action = static_cast<int>(k)};
     put_lines(shapes, a.inside, pattern,
               {x + padding + (has_arrow(a.mark) ? mark_width : 0), y + padding / 2}, width_of);
     if (!a.above.empty()) {
+      pattern.above = true;
       const double top = y - a.above_height();
       const double flag = a.mark == action_mark::event ? mark_width : 0;
       put_line(shapes, {{x + stalk, y}, {x + stalk, top + 2}});

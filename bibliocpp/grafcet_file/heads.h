@@ -20,11 +20,11 @@ head step_head(const program& charts, int step, const measure_text& width_of);
 head transition_head(const program& charts, int transition, const std::string& number,
                      const measure_text& width_of);
 
-// Moves all shapes there and adds them.
-void put(drawing& into, const drawing& shapes, spot at);
+// Adds shapes, moved by that.
+void put(drawing& into, const drawing& shapes, spot by);
 void put_line(drawing& into, std::vector<spot> points, bool is_double = false, bool arrow = false);
 // Text from its upper left corner; gives its width.
-double put_text(drawing& into, drawn_text text, spot at, const measure_text& width_of);
+double put_text(drawing& into, drawn_text text, spot from, const measure_text& width_of);
 // Lines that are no wider, as long as words allow it.
 std::vector<std::string> wrapped(std::string_view text, text_style style, double width,
                                  const measure_text& width_of);

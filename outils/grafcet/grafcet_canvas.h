@@ -13,15 +13,15 @@
 
 class grafcet_canvas : public Fl_Widget {
  public:
-  // Shows `now` whenever it is drawn; both outlive the widget.
-  grafcet_canvas(int x, int y, int w, int h, const grafcet_file::program& charts,
-                 const grafcet_file::situation& now);
+  // Shows the situation of the moment whenever it is drawn; both outlive the widget.
+  grafcet_canvas(int x, int y, int w, int h, const grafcet_file::program& some_charts,
+                 const grafcet_file::situation& a_situation);
 
   int handle(int event) override;
 
  protected:
   void draw() override;
-  void resize(int x, int y, int w, int h) override;
+  void resize(int new_x, int new_y, int new_w, int new_h) override;
 
  private:
   void show_all();

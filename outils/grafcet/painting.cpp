@@ -182,7 +182,7 @@ class painter {
   }
 
   void text(const drawn_text& it) const {
-    const bool is_true = lit && it.transition != none;
+    const bool is_true = lit && (it.transition != none || it.above);
     if (is_true) {  // or the rims of the black letters below would show
       outline(to, it.where);
       set_colour(to, white);

@@ -18,7 +18,7 @@ constexpr colour active_step{1, 204 / 255.0, 51 / 255.0}, done_action{1, 235 / 2
 
 // At the size that the surface is scaled to.
 void paint(cairo_t* surface, const grafcet_file::program& charts, const grafcet_file::drawing& drawn);
-// Over that: active steps, actions that are done, and true receptivities in their colours.
+// Over that: active steps, actions that are done, and true receptivities and conditions in their colours.
 void paint_lit(cairo_t* surface, const grafcet_file::program& charts, const grafcet_file::drawing& drawn,
                const grafcet_file::situation& now);
 
