@@ -2,6 +2,8 @@
 
 #include <elf.h>
 #include <glob.h>
+#include <semaphore.h>
+#include <sys/mman.h>
 #include <sys/prctl.h>
 
 #include <algorithm>
@@ -40,4 +42,10 @@ void accelerate_pauses(int times) {
   setenv("ASAN_OPTIONS", (options + "verify_asan_link_order=0").c_str(), 1);
   setenv("LD_PRELOAD", "/usr/$LIB/faketime/libfaketime.so.1", 1);  // $LIB: of the program's own kind
   setenv("FAKETIME", ("+0 x" + std::to_string(times)).c_str(), 1);
+}
+
+void forget_acceleration(pid_t controller) {
+  const std::string pid = std::to_string(controller);
+  shm_unlink(("/faketime_shm_" + pid).c_str());
+  sem_unlink(("/faketime_sem_" + pid).c_str());
 }

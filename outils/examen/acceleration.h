@@ -1,6 +1,8 @@
 #pragma once
 // Pauses of controllers made shorter, by libfaketime.
 
+#include <sys/types.h>
+
 #include <string>
 
 // Whether libfaketime is installed.
@@ -12,3 +14,6 @@ bool is_statically_linked(const std::string& program);
 // In a process that is about to become the controller: its pauses, and those of what it starts in turn, take
 // a `times`th of what they should. Its clocks run that much faster, too. 1: nothing is done.
 void accelerate_pauses(int times);
+
+// What the library leaves in /dev/shm of a controller that was killed.
+void forget_acceleration(pid_t controller);
