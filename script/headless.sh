@@ -60,7 +60,7 @@ hold_until() {
   wait_for 120 "$3" "$4"
   xdotool mouseup 1 mousemove --window "$window" 900 390
 }
-click() { press "$@"; }
+click() { xdotool mousemove --window "$window" "$1" "$2" mousedown 1 sleep 0.2 mouseup 1; } # the window may go with it
 
 # wait_for <seconds> <signal> <value> [<times>]
 wait_for() {

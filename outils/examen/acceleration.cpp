@@ -2,13 +2,13 @@
 
 #include <elf.h>
 #include <glob.h>
-#include <semaphore.h>
-#include <sys/mman.h>
 #include <sys/prctl.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 
 bool can_be_accelerated() {
@@ -44,8 +44,13 @@ void accelerate_pauses(int times) {
   setenv("FAKETIME", ("+0 x" + std::to_string(times)).c_str(), 1);
 }
 
-void forget_acceleration(pid_t controller) {
-  const std::string pid = std::to_string(controller);
-  shm_unlink(("/faketime_shm_" + pid).c_str());
-  sem_unlink(("/faketime_sem_" + pid).c_str());
+// Named after their process: "faketime_shm_N" and "sem.faketime_sem_N".
+void remove_traces_of_acceleration() {
+  std::error_code ignored;
+  for (const auto& entry : std::filesystem::directory_iterator("/dev/shm", ignored)) {
+    const std::string name = entry.path().filename();
+    if (!name.starts_with("faketime_shm_") && !name.starts_with("sem.faketime_sem_")) continue;
+    const std::string process = "/proc/" + name.substr(name.rfind('_') + 1);
+    if (access(process.c_str(), F_OK) != 0) std::filesystem::remove(entry.path(), ignored);
+  }
 }

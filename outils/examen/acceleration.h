@@ -1,8 +1,6 @@
 #pragma once
 // Pauses of controllers made shorter, by libfaketime.
 
-#include <sys/types.h>
-
 #include <string>
 
 // Whether libfaketime is installed.
@@ -15,5 +13,6 @@ bool is_statically_linked(const std::string& program);
 // a `times`th of what they should. Its clocks run that much faster, too. 1: nothing is done.
 void accelerate_pauses(int times);
 
-// What the library leaves in /dev/shm of a controller that was killed.
-void forget_acceleration(pid_t controller);
+// Removes what accelerated processes that were killed have left in /dev/shm, and only what belongs to no
+// running process.
+void remove_traces_of_acceleration();

@@ -37,7 +37,7 @@ candidate candidate_from(const std::string& command, const fs::path& base) {
   candidate found;
   found.words = is_file(base / command) ? std::vector{command} : words_in(command);
   for (std::string& word : found.words)
-    if (is_file(base / word) || (&word == &found.words[0] && word.find('/') != std::string::npos))
+    if (is_file(base / word) || (&word == found.words.data() && word.find('/') != std::string::npos))
       word = fs::absolute(base / word).lexically_normal();
   const bool is_script = found.words.size() > 1 && is_file(found.words[1]);
   found.name = fs::path(found.words[is_script ? 1 : 0]).filename();

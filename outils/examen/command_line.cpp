@@ -18,7 +18,7 @@ constexpr const char *usage_french =
                          R"(usage : examen [options] CONTRÔLEUR...
         examen [options] --dossier DOSSIER | --liste FICHIER
 Juge des contrôleurs sur une maquette, sans écran et sans opérateur.
-  --maquette NOM     wagons (sinon), galerie, ou le chemin d'une maquette
+  --maquette NOM     wagons, galerie, ou le chemin d'une maquette ; sinon celle du scénario
   --scenario FICHIER ce qui est fait et attendu ; sinon celui qui est livré avec la maquette
   --dossier DOSSIER  tous les contrôleurs de ce dossier
   --liste FICHIER    une liste de classe : par ligne un nom et une commande
@@ -33,12 +33,13 @@ Juge des contrôleurs sur une maquette, sans écran et sans opérateur.
   --operateur-au-hasard GRAINE
                      un opérateur au hasard, jusqu'au premier moment que fixe le scénario
 Code de sortie : 0 tous réussis, 1 sinon, 2 si l'un n'a pu être jugé.
+--help donne cet usage, --version la version.
 )",
                      *usage_english =
                          R"(usage: examen [options] CONTROLLER...
        examen [options] --dossier FOLDER | --liste FILE
 Judges controllers on a plant, without a screen and without an operator.
-  --maquette NAME    wagons (by default), galerie, or the path of a plant
+  --maquette NAME    wagons, galerie, or the path of a plant; by default the scenario's
   --scenario FILE    what is done and expected; by default the one that comes with the plant
   --dossier FOLDER   every controller in that folder
   --liste FILE       a class list: a name and a command a line
@@ -53,6 +54,7 @@ Judges controllers on a plant, without a screen and without an operator.
   --operateur-au-hasard SEED
                      an operator at random, until the first moment that the scenario fixes
 Exit status: 0 all have passed, 1 otherwise, 2 when one could not be judged.
+--help tells this usage, --version the version.
 )";
 
 [[noreturn]] void refuse(const std::string& what) {

@@ -6,8 +6,8 @@
 #include "outils/examen/candidates.h"
 
 struct command_line {
-  std::string plant = "wagons";  // or "galerie", or a path
-  std::string scenario;          // a file; empty: the built-in one of the plant
+  std::string plant;     // "wagons", "galerie" or a path; empty: the scenario's, else wagons
+  std::string scenario;  // a file; empty: the built-in one of the plant
   std::vector<candidate> candidates;
   std::string junit, report;  // empty: none wanted
   bool real_time = false;

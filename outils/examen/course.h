@@ -24,7 +24,7 @@ class course {
  public:
   // Looks up every signal that the scenario names. Throws a scenario_error that tells all it does not find,
   // each with the nearest name of the plant's. A name is looked for among the inputs first.
-  course(scenario asked, std::vector<std::string> input_names, std::vector<std::string> output_names);
+  course(scenario a_scenario, std::vector<std::string> some_inputs, std::vector<std::string> some_outputs);
 
   // Once a cycle, in this order; values in the order of the area.
   // What the controller is to see in place of the plant's inputs.

@@ -8,6 +8,7 @@
 
 #include "bibliocpp/language.h"
 #include "outils/child_processes/programs.h"
+#include "outils/examen/acceleration.h"
 #include "outils/examen/command_line.h"
 #include "outils/examen/exams.h"
 #include "outils/examen/guardian.h"
@@ -72,9 +73,23 @@ std::string as_typed(const std::vector<std::string>& words) {
   return text;
 }
 
-int judge(const command_line& wanted, const std::string& self) {
-  const scenario asked =
-      wanted.scenario.empty() ? default_scenario_for(wanted.plant) : read_scenario(wanted.scenario);
+// The scenario, and with it the plant where the command line names none.
+scenario scenario_for(command_line& wanted) {
+  if (wanted.scenario.empty()) {
+    if (wanted.plant.empty()) wanted.plant = "wagons";
+    return default_scenario_for(wanted.plant);
+  }
+  scenario asked = read_scenario(wanted.scenario);
+  const std::string meant = asked.plant.empty() ? "wagons" : asked.plant;
+  if (wanted.plant.empty()) wanted.plant = meant;
+  if (!asked.plant.empty() && fs::path(wanted.plant).filename() != fs::path(meant).filename())
+    throw mistake(phrase("{} est pour {}, pas pour {}", "{} is meant for {}, not for {}",
+                         {asked.file, meant, wanted.plant}));
+  return asked;
+}
+
+int judge(command_line wanted, const std::string& self) {
+  const scenario asked = scenario_for(wanted);
   const std::vector<std::string> needed = needed_paths(wanted, self);
   const bool boxed = sandbox(needed).works(self);
   const std::string unprotected = phrase("sans protection : bwrap ne fonctionne pas sur cette machine",
@@ -85,6 +100,7 @@ int judge(const command_line& wanted, const std::string& self) {
     orders.push_back(order_for(wanted, wanted.candidates[n], n));
     orders.back().boxed = boxed;
   }
+  remove_traces_of_acceleration();  // of an examen that was killed
   std::vector<verdict> verdicts = hold_exams(orders, wanted.at_once, self, needed,
                                              [](const verdict& v) { std::cout << line_of(v) << std::endl; });
   for (std::size_t n = 0; n < verdicts.size(); ++n) {

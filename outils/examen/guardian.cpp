@@ -107,10 +107,10 @@ class guardian {
   }
 
   void end() {
-    // They go with the first process of their namespace.
+    // In a namespace of their own all goes with its first process.
     if (getpid() != 1) {
       end_descendants(0ms);
-      forget_acceleration(controller);
+      remove_traces_of_acceleration();
     }
     read_streams();
     const std::string text = kept.text();

@@ -31,13 +31,13 @@ void write_file(const fs::path& path, const std::string& contents) {
 }
 
 void add_head(std::vector<std::string>& page, const std::string& title, const verdict& v) {
-  page.push_back("#P T108 T");
-  page.push_back("#T");
+  page.emplace_back("#P T108 T");
+  page.emplace_back("#T");
   add_wrapped(page, harmless(title));
   add_wrapped(page, harmless(v.candidate) + " - " + harmless(v.command));
-  page.push_back("#T");
+  page.emplace_back("#T");
   add_wrapped(page, sentence_of(v));
-  page.push_back("#T");
+  page.emplace_back("#T");
   add_wrapped(page,
               phrase("Durée : {} de la maquette, {} s en réalité. Lots d'entrées sans réponse : {}.",
                      "Length: {} of the plant, {} s in reality. Batches of inputs unanswered: {}.",
@@ -70,7 +70,7 @@ std::vector<std::string> page_of(const std::string& title, const verdict& v, med
   add_chart(page, v, shown_in);
   add_section(page, phrase("Son erreur standard, à la fin", "Its standard error, at the end"),
               last_errors(v));
-  page.push_back("#T");
+  page.emplace_back("#T");
   return page;
 }
 
@@ -94,7 +94,13 @@ std::string links_of(const verdict& v) {
   const std::string folder = fs::path(v.evidence).filename();
   for (const auto& [file, name] : files)
     if (fs::exists(fs::path(v.evidence) / file))
-      links += "<a href=\"" + folder + "/" + file + "\">" + name + "</a> ";
+      links.append("<a href=\"")
+          .append(folder)
+          .append("/")
+          .append(file)
+          .append("\">")
+          .append(name)
+          .append("</a> ");
   if (fs::exists(fs::path(v.evidence) / evidence_files::picture))
     links += "<br><img width=\"240\" alt=\"\" src=\"" + folder + "/" + evidence_files::picture + "\">";
   return links;

@@ -93,6 +93,7 @@ void read_speeds(toml_table& top, scenario& asked, mistakes& wrong) {
   if (!found->is_table())
     return top.refuse("vitesses", phrase("il faut [vitesses], et en dessous des lignes \"Vitesse A\" = 1.5",
                                          "[vitesses] is needed, and below it lines \"Vitesse A\" = 1.5"));
+  std::vector<std::pair<toml::source_position, operator_action>> speeds;
   for (const auto& [key, node] : *found->as_table()) {
     operator_action action{};
     action.what = kind::set;
@@ -100,10 +101,11 @@ void read_speeds(toml_table& top, scenario& asked, mistakes& wrong) {
     action.line = static_cast<int>(key.source().begin.line);
     if (!node.is_number()) wrong.add(action.line, phrase("il faut un nombre", "a number is needed"));
     action.value = node.value<double>().value_or(0);
-    asked.actions.push_back(action);
+    speeds.emplace_back(key.source().begin, action);
   }
-  std::sort(asked.actions.begin(), asked.actions.end(),
-            [](const auto& one, const auto& other) { return one.line < other.line; });
+  std::sort(speeds.begin(), speeds.end(),
+            [](const auto& one, const auto& other) { return one.first < other.first; });
+  for (const auto& [position, action] : speeds) asked.actions.push_back(action);
 }
 
 void read_expectations(toml_table& top, scenario& asked) {

@@ -70,18 +70,18 @@ void add_row(std::vector<std::string>& page, const std::string& name, const std:
   std::vector<int> columns;
   for (const piece& p : pieces) columns.push_back(window.column(p.from_us));
   columns.push_back(chart_width);
-  const int count = static_cast<int>(pieces.size());
+  const std::size_t count = pieces.size();
   // However short it is, a piece is to be seen.
-  for (int i = 1; i < count; ++i) columns[i] = std::max(columns[i], columns[i - 1] + 1);
-  for (int i = count - 1; i > 0; --i) columns[i] = std::min(columns[i], columns[i + 1] - 1);
+  for (std::size_t i = 1; i < count; ++i) columns[i] = std::max(columns[i], columns[i - 1] + 1);
+  for (std::size_t i = count - 1; i > 0; --i) columns[i] = std::min(columns[i], columns[i + 1] - 1);
   std::string layout = "#C T" + std::to_string(name_width) + " ", line = name;
-  for (int i = 0; i < count; ++i) {
+  for (std::size_t i = 0; i < count; ++i) {
     const int width = columns[i + 1] - columns[i];
     const std::string& text = pieces[i].text;
     layout += "T" + std::to_string(width) + " ";
     line += "# " + (text == "-" ? stroke(width, shown_in) : text.empty() ? " " : text);
   }
-  page.push_back(layout + "T");
+  page.emplace_back(layout + "T");
   page.push_back(line);
 }
 
@@ -93,7 +93,7 @@ void add_scale(std::vector<std::string>& page, const window_of_time& window) {
     layout += "T" + std::to_string(chart_width / marks) + " ";
     line += "# " + with_decimals(static_cast<double>(from_us) / 1e6, 3);
   }
-  page.push_back(layout + "T");
+  page.emplace_back(layout + "T");
   page.push_back(line);
 }
 
@@ -104,7 +104,7 @@ std::vector<std::string> signal_chart(const signal_record& record, double second
   const window_of_time window{std::max(beginning_of(record), record.end_us() - length), record.end_us()};
   std::vector<std::string> page;
   add_scale(page, window);
-  page.push_back("#T");
+  page.emplace_back("#T");
   std::string ones, zeros;
   for (std::size_t s = 0; s < record.signals().size(); ++s) {
     const std::vector<piece> pieces = pieces_of(record, s, window);
@@ -115,8 +115,8 @@ std::vector<std::string> signal_chart(const signal_record& record, double second
       (pieces[0].text.empty() ? zeros : ones) +=
           " " + name + (pieces[0].text.size() < 2 ? "" : "=" + pieces[0].text);
   }
-  page.push_back(columns_for_text);
-  page.push_back("#T");
+  page.emplace_back(columns_for_text);
+  page.emplace_back("#T");
   add_wrapped(page, phrase("À 1 tout ce temps :", "1 all the time:") + ones);
   add_wrapped(page, phrase("À 0 tout ce temps :", "0 all the time:") + zeros);
   return page;

@@ -38,7 +38,7 @@ const toml::node* toml_table::node(const char* key) {
 std::string toml_table::text(const char* key) {
   const toml::node* const found = node(key);
   if (found == nullptr) return {};
-  const std::string value = found->value_exact<std::string>().value_or("");
+  std::string value = found->value_exact<std::string>().value_or("");
   if (value.empty()) refuse(key, phrase("il faut un texte entre guillemets", "a text in quotes is needed"));
   return value;
 }
@@ -66,7 +66,7 @@ void toml_table::texts(const char* key, const std::function<void(const std::stri
   if (found == nullptr) return;
   const toml::array* const list = found->as_array();
   const auto is_text = [](const toml::node& one) {
-    return one.is_string() && *one.value<std::string>() != "";
+    return one.is_string() && !one.value<std::string>()->empty();
   };
   if (list == nullptr || list->empty() || !std::all_of(list->begin(), list->end(), is_text))
     return refuse(key, phrase(R"(il faut une liste de textes : ["un", "deux"])",

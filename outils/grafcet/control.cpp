@@ -1,5 +1,6 @@
 #include "outils/grafcet/control.h"
 
+#include <algorithm>
 #include <chrono>
 #include <iostream>
 #include <span>

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 
 using namespace grafcet_file;
 
@@ -72,6 +73,34 @@ class lights {
   const program& charts;
   const situation& now;
 };
+
+// What cairo takes for text: UTF-8, of characters that are some.
+bool is_text(std::string_view bytes) {
+  constexpr char32_t least[] = {0, 0x80, 0x800, 0x10000};
+  for (std::size_t k = 0, more = 0; k < bytes.size(); k += more + 1) {
+    const auto lead = static_cast<unsigned char>(bytes[k]);
+    more = lead < 0x80 ? 0 : lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
+    if ((lead >= 0x80 && lead < 0xC0) || lead >= 0xF8 || k + more >= bytes.size()) return false;
+    char32_t character = more == 0 ? lead : lead & (0x3FU >> more);
+    for (std::size_t next = k + 1; next <= k + more; ++next) {
+      const auto byte = static_cast<unsigned char>(bytes[next]);
+      if ((byte & 0xC0U) != 0x80) return false;
+      character = character << 6U | (byte & 0x3FU);
+    }
+    const bool is_surrogate = character >= 0xD800 && character < 0xE000;
+    const bool is_none = (character >= 0xFDD0 && character <= 0xFDEF) || (character & 0xFFFEU) == 0xFFFE;
+    if (character < least[more] || character > 0x10FFFF || is_surrogate || is_none) return false;
+  }
+  return true;
+}
+
+// Anything else would end all painting: its foreign bytes are replaced.
+std::string paintable(std::string text) {
+  if (!is_text(text))
+    for (char& c : text)
+      if (static_cast<unsigned char>(c) >= 0x80) c = '?';
+  return text;
+}
 
 class painter {
  public:
@@ -162,7 +191,7 @@ class painter {
     set_colour(to, is_true ? true_receptivity : it.style == text_style::comment ? grey : black);
     choose_letters(to, it.style);
     cairo_move_to(to, it.where.x, it.where.y + base_line);
-    cairo_show_text(to, it.words.c_str());
+    cairo_show_text(to, paintable(it.words).c_str());
   }
 
  private:
@@ -200,7 +229,7 @@ measure_text painted_widths() {
   return [pen](std::string_view text, text_style style) {
     choose_letters(pen.get(), style);
     cairo_text_extents_t extents;
-    cairo_text_extents(pen.get(), std::string(text).c_str(), &extents);
+    cairo_text_extents(pen.get(), paintable(std::string(text)).c_str(), &extents);
     return std::ceil(extents.x_advance);
   };
 }

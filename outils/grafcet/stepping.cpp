@@ -88,7 +88,7 @@ void lead(led_plant& plant, IOsharemem_client& area, const grafcet_file::program
   for (;;) {
     const plant_line line = news(plant);
     if (is_over(line.what)) return;
-    if (line.what != plant_line::kind::pause || area.receive() < 1) continue;
+    if (line.what != plant_line::kind::pause || area.receive() < 0) continue;
     at_work.begin(signals.inputs(), line.number * std::chrono::microseconds(cycle).count());
     for (bool more = true; more && at_work.now().evolutions < grafcet_file::evolution::most_evolutions;) {
       if (!hand.leave(plant)) return;

@@ -29,8 +29,6 @@ void fork_often() {
     if (fork() == 0) pause();
 }
 
-void eat(std::size_t bytes) { std::memset(new char[bytes], 1, bytes); }
-
 // Over the whole area, the lock and both clocks included; no value that counts.
 void scribble(IO_controleur* area, int how_often) {
   for (int n = 0; n < how_often; ++n) std::memset(static_cast<void*>(area), 2 + n % 100, sizeof *area);
@@ -59,11 +57,14 @@ int main(int argc, char** argv) {
     ++batch;
     if (how == "fault") mine.setreset_output("REMPLIR_A", batch >= 100);
     if (how == "other-fault") mine.setreset_output("REMPLIR_B", batch >= 60);
-    if (how == "crash" && batch == 100) raise(SIGSEGV);
+    if (how == "crash" && batch == 100) {
+      signal(SIGSEGV, SIG_DFL);  // a sanitizer would turn it into a status
+      raise(SIGSEGV);
+    }
     if (how == "leave" && batch == 100) return 3;
-    if (how == "slow") sleep_really(250);
-    if (how == "hungry" && batch >= 100) eat(std::size_t{20} << 20);
-    if (how == "hungry" && batch == 130) sleep_really(800);
+    if (how == "slow") sleep_really(1200);
+    constexpr std::size_t portion = std::size_t{16} << 20;
+    if (how == "hungry" && batch >= 100) std::memset(malloc(portion), 1, portion);
     if (how == "scribble" && batch == 100) scribble(area, 1000);
     mine.outputs_refresh();
   }

@@ -73,8 +73,9 @@ struct still_plant {
 
 TEST(Pictures, are_files_that_other_programs_read) {
   const a_directory here;
+  file_of(std::string("grafcet autre \"\xFF\"\netape initiale 9\ntransition 9 -> 9 : a\n") + chart);
   for (const std::string kind : {"svg", "pdf"}) {
-    process drawing({built("grafcet"), "--" + kind, "essai." + kind, file_of(chart)});
+    process drawing({built("grafcet"), "--" + kind, "essai." + kind, "essai.grafcet"});
     ASSERT_EQ(drawing.wait(), 0) << drawing.errors();
     process failing({built("grafcet"), "--" + kind, "nowhere/essai", "essai.grafcet"});
     EXPECT_EQ(failing.wait(), 1);

@@ -94,13 +94,21 @@ class some_program {
 using place = std::pair<long, long>;  // hundredths
 place of(spot p) { return {std::lround(p.x * 100), std::lround(p.y * 100)}; }
 
+// Up to what numbers are rounded by. Lines are as thin as can be: they meet nothing where they end.
+constexpr double rounding = 0.005;
+bool meet(const zone& a, const zone& b) {
+  return a.x + rounding < b.x + b.w && b.x + rounding < a.x + a.w && a.y + rounding < b.y + b.h &&
+         b.y + rounding < a.y + a.h;
+}
+bool holds(const zone& z, spot p) {
+  return p.x > z.x - rounding && p.x < z.x + z.w + rounding && p.y > z.y - rounding &&
+         p.y < z.y + z.h + rounding;
+}
+
 struct piece {
-  place from, to;
-  bool across() const { return from.second == to.second; }
-  long low(bool x) const { return x ? std::min(from.first, to.first) : std::min(from.second, to.second); }
-  long high(bool x) const { return x ? std::max(from.first, to.first) : std::max(from.second, to.second); }
-  bool holds(place p) const {
-    return p.first >= low(true) && p.first <= high(true) && p.second >= low(false) && p.second <= high(false);
+  spot from, to;
+  zone where() const {
+    return {std::min(from.x, to.x), std::min(from.y, to.y), std::abs(from.x - to.x), std::abs(from.y - to.y)};
   }
 };
 
@@ -109,10 +117,10 @@ std::vector<piece> pieces_of(const drawing& drawn) {
   for (const drawn_line& line : drawn.lines)
     for (std::size_t k = 1; k < line.points.size(); ++k) {
       const spot a = line.points[k - 1], b = line.points[k];
-      all.push_back({of(a), of(b)});
+      all.push_back({a, b});
       if (!line.is_double) continue;
-      all.push_back({of({a.x, a.y + double_gap}), of({b.x, b.y + double_gap})});
-      all.push_back({of(a), of({a.x, a.y + double_gap})});  // simultaneous: from the upper to the lower
+      const spot under{a.x, a.y + double_gap};
+      all.insert(all.end(), {{under, {b.x, b.y + double_gap}}, {a, under}});  // from the upper to the lower
     }
   return all;
 }
@@ -121,17 +129,47 @@ std::vector<piece> pieces_of(const drawing& drawn) {
 std::map<place, std::set<place>> ways_of(const std::vector<piece>& pieces) {
   std::map<place, std::set<place>> next;
   for (const piece& p : pieces) {
-    std::set<place> on{p.from, p.to};
+    std::set<place> on;
     for (const piece& q : pieces)
-      for (const place& end : {q.from, q.to})
-        if (p.holds(end)) on.insert(end);
+      for (const spot& end : {q.from, q.to})
+        if (holds(p.where(), end)) on.insert(of(end));
     for (auto it = on.begin(); std::next(it) != on.end(); ++it) {
-      const bool forward = p.from < p.to;
-      if (p.across() || forward) next[*it].insert(*std::next(it));
-      if (p.across() || !forward) next[*std::next(it)].insert(*it);
+      const bool across = of(p.from).second == of(p.to).second, forward = p.from.y < p.to.y;
+      if (across || forward) next[*it].insert(*std::next(it));
+      if (across || !forward) next[*std::next(it)].insert(*it);
     }
   }
   return next;
+}
+
+// Who reads the lines: steps are told by their index, transitions by -1 minus theirs.
+std::map<int, std::set<int>> links_read(const drawing& drawn) {
+  std::map<place, int> ends;
+  std::map<int, place> starts;
+  const auto element = [&](int what, const zone& where) {
+    ends[of({where.x + where.w / 2, where.y})] = what;
+    starts[what] = of({where.x + where.w / 2, where.y + where.h});
+  };
+  for (const auto& it : drawn.steps) element(it.step, it.where);
+  for (const auto& it : drawn.transitions) element(-1 - it.transition, it.bar);
+  for (const auto& it : drawn.lines)
+    for (const auto& text : drawn.texts)
+      if (const spot tip = it.points.back();
+          it.arrow && text.style == text_style::reference && holds(text.where, {tip.x + 9, tip.y}))
+        ends[of(tip)] = text.step != none ? text.step : -1 - text.transition;
+  const auto ways = ways_of(pieces_of(drawn));
+  std::map<int, std::set<int>> read;
+  for (const auto& [what, start] : starts) {
+    std::set<place> seen{start}, fresh{start};
+    while (!fresh.empty()) {
+      const place here = fresh.extract(fresh.begin()).value();
+      if (const auto end = ends.find(here); end != ends.end()) read[what].insert(end->second);
+      if (const auto next = ways.find(here); next != ways.end())
+        for (const place& p : next->second)
+          if (seen.insert(p).second) fresh.insert(p);
+    }
+  }
+  return read;
 }
 
 }  // namespace
@@ -142,73 +180,27 @@ TEST(Layout, nothing_overlaps_and_the_lines_tell_exactly_the_links) {
     const program charts = some_program(number).charts;
     const drawing drawn = lay_out(charts, width_of);
 
-    std::vector<zone> solid;
-    for (const auto& it : drawn.steps) solid.push_back(it.where);
-    for (const auto& it : drawn.transitions) solid.push_back(it.bar);
-    for (const auto& it : drawn.actions) solid.push_back(it.where);
-    for (const auto& it : drawn.texts) {
-      const bool inside = std::any_of(solid.begin(), solid.end(), [&](const zone& z) {
-        return it.where.x > z.x && it.where.x + it.where.w < z.x + z.w && it.where.y > z.y &&
-               it.where.y + it.where.h < z.y + z.h;
-      });
-      if (!inside) solid.push_back(it.where);
+    std::vector<zone> all;
+    for (const auto& it : drawn.steps) all.push_back(it.where);
+    for (const auto& it : drawn.transitions) all.push_back(it.bar);
+    for (const auto& it : drawn.actions) all.push_back(it.where);
+    for (const auto& it : drawn.texts)
+      if (std::none_of(all.begin(), all.end(), [&](const zone& z) {
+            return holds(z, {it.where.x, it.where.y}) &&
+                   holds(z, {it.where.x + it.where.w, it.where.y + it.where.h});
+          }))
+        all.push_back(it.where);
+    for (const piece& it : pieces_of(drawn)) all.push_back(it.where());
+    for (auto a = all.begin(); a != all.end(); ++a) {
+      ASSERT_TRUE(a->x >= 0 && a->y >= 0 && a->x + a->w <= drawn.width && a->y + a->h <= drawn.height);
+      for (auto b = all.begin(); b != a; ++b) ASSERT_FALSE(meet(*a, *b)) << a->x << " " << a->y;
     }
-    const std::vector<piece> pieces = pieces_of(drawn);
-    for (std::size_t k = 0; k < solid.size(); ++k) {
-      const zone& a = solid[k];
-      ASSERT_TRUE(a.x >= 0 && a.y >= 0 && a.x + a.w <= drawn.width && a.y + a.h <= drawn.height);
-      for (std::size_t other = 0; other < k; ++other) {
-        const zone& b = solid[other];
-        ASSERT_FALSE(a.x < b.x + b.w && b.x < a.x + a.w && a.y < b.y + b.h && b.y < a.y + a.h)
-            << a.x << " " << a.y;
-      }
-      const place upper = of({a.x, a.y}), lower = of({a.x + a.w, a.y + a.h});
-      for (const piece& p : pieces)
-        ASSERT_FALSE(p.low(true) < lower.first && p.high(true) > upper.first && p.low(false) < lower.second &&
-                     p.high(false) > upper.second)
-            << a.x << " " << a.y;
-    }
-    for (const piece& p : pieces)
-      for (const piece& q : pieces)
-        ASSERT_FALSE(p.across() && !q.across() && q.from.first > p.low(true) && q.from.first < p.high(true) &&
-                     p.from.second > q.low(false) && p.from.second < q.high(false))
-            << p.from.first << " " << p.from.second;
 
-    // Steps are told by their index, transitions by -1 minus theirs.
-    std::map<place, int> ends;
-    std::map<int, place> starts;
-    for (const auto& it : drawn.steps) {
-      const double x = it.where.x + it.where.w / 2;
-      ends[of({x, it.where.y})] = it.step;
-      starts[it.step] = of({x, it.where.y + it.where.h});
-    }
-    for (const auto& it : drawn.transitions) {
-      const double x = it.bar.x + it.bar.w / 2;
-      ends[of({x, it.bar.y})] = -1 - it.transition;
-      starts[-1 - it.transition] = of({x, it.bar.y + it.bar.h});
-    }
-    for (const auto& it : drawn.lines)
-      for (const auto& text : drawn.texts)
-        if (const spot tip = it.points.back(); it.arrow && text.style == text_style::reference &&
-                                               std::abs(tip.x - text.where.x) < 10 && tip.y > text.where.y &&
-                                               tip.y < text.where.y + text.where.h)
-          ends[of(tip)] = text.step != none ? text.step : -1 - text.transition;
-    std::map<int, std::set<int>> links, read;
+    std::map<int, std::set<int>> links;
     for (int t = 0; t < static_cast<int>(charts.transitions.size()); ++t) {
       for (const int s : charts.transitions[static_cast<std::size_t>(t)].from) links[s].insert(-1 - t);
       for (const int s : charts.transitions[static_cast<std::size_t>(t)].to) links[-1 - t].insert(s);
     }
-    const auto ways = ways_of(pieces);
-    for (const auto& [what, start] : starts) {
-      std::set<place> seen{start}, fresh{start};
-      while (!fresh.empty()) {
-        const place here = fresh.extract(fresh.begin()).value();
-        if (const auto end = ends.find(here); end != ends.end()) read[what].insert(end->second);
-        if (const auto next = ways.find(here); next != ways.end())
-          for (const place& p : next->second)
-            if (seen.insert(p).second) fresh.insert(p);
-      }
-    }
-    ASSERT_EQ(read, links);
+    ASSERT_EQ(links_read(drawn), links);
   }
 }

@@ -235,6 +235,11 @@ TEST(parser, survives_any_text) {
                                   "- "};
   std::mt19937 random(static_cast<unsigned>(seconds == nullptr ? 1 : std::random_device{}()));
   const auto up_to = [&random](std::size_t n) { return static_cast<std::size_t>(random()) % n; };
+  for (const char* const deep : {"(", "non ", "fm ("}) {
+    std::string text = "grafcet G etape initiale 0 : A si ";
+    for (int n = 0; n < 100'000; ++n) text += deep;
+    EXPECT_FALSE(grafcet_file::read_charts(text).ok());
+  }
   long texts = 0, runs = 0;
   for (; texts < 2'000 || now() < end; ++texts) {
     std::string text = up_to(4) == 0 ? "grafcet G " : good[up_to(good.size())];

@@ -50,7 +50,7 @@ TEST(led_cycle, goes_on_only_with_leave_and_hands_act_in_a_certain_cycle) {
            {"set nan Vitesse A", "it goes from 0.1"},
            {"set fast Vitesse A", "set <number> <label>"},
            {"release dc", "it is not held"},
-           {"", "hold, release, set, quit or go is wanted"},
+           {"", "hold, release, set, blind, look, quit or go is wanted"},
        })
     EXPECT_TRUE(mine.ask(line).starts_with(std::string("error ") + answer)) << line;
 
