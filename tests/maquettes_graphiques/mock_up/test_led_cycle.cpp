@@ -8,6 +8,7 @@
 #include "tests/support/a_directory.h"
 #include "tests/support/area.h"
 #include "tests/support/led_plant.h"
+#include "tests/support/program_window.h"
 
 namespace {
 
