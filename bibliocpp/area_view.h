@@ -30,7 +30,8 @@ std::vector<area_entry> areas();
 int area_of(pid_t plant);
 
 // Whether the process that created an area at that time still runs: a later one of the same number does
-// not count, nor one that has ended and is only not yet waited for.
+// not count, nor one that has ended and is only not yet waited for. One in another namespace of processes,
+// whose number is 0 here, counts as running.
 bool creator_runs(const area_entry& area);
 
 // Whether the process has the area attached at this moment; false also where the kernel does not tell, as of
@@ -54,7 +55,8 @@ class area_view {
 
   int ident() const { return entry.ident; }
   pid_t plant() const { return entry.creator; }
-  // Whether the plant's process still runs, however its end came; exact, and cheap enough for every look.
+  // Whether the plant's process still runs, however its end came; exact, and cheap enough for every look. One
+  // in another namespace of processes counts as running until it has said that the run is over.
   bool plant_runs() const;
 
   // Fixed when the view is made; at most 41 each. A name has at most 49 bytes.

@@ -22,6 +22,8 @@ def creator_runs(area: segment) -> bool:
     """Whether the process that created an area still runs: a later one of the same number does not count, nor one
     that has ended and is only not yet waited for."""
     rounding = 2  # seconds: a start is known to the second, from a boot time that is rounded too
+    if area.creator == 0:  # in another namespace of processes: nothing can be known of it
+        return True
     start = _start_of(area.creator)
     return start is not None and (start <= area.created + rounding or _has_attached(area.creator, area.ident))
 

@@ -63,6 +63,7 @@ int main(int argc, char** argv) {
     }
     if (how == "leave" && batch == 100) return 3;
     if (how == "slow") sleep_really(1200);
+    if (how == "late") sleep_really(400);
     constexpr std::size_t portion = std::size_t{16} << 20;
     if (how == "hungry" && batch >= 100) std::memset(malloc(portion), 1, portion);
     if (how == "scribble" && batch == 100) scribble(area, 1000);

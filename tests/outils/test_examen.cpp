@@ -121,6 +121,7 @@ TEST_F(examen, judges_every_kind_of_controller) {
   write("script", "#!/bin/sh\n" + strange + " '' \"$@\" &\n", true);
   for (const char* const file : {"./missing", "./not_executable", "./no_interpreter", "./script"})
     options.emplace_back(file);
+  options.push_back(built("grafcet") + " " + in_repository("share/grafcets/mine.grafcet"));
   const auto [status, output, errors] = ends(command(options));
   EXPECT_EQ(status, 1) << errors;
   int number = 1;
@@ -130,8 +131,9 @@ TEST_F(examen, judges_every_kind_of_controller) {
     EXPECT_NE(output.find(name + ": " + verdict), std::string::npos) << how << "\n" << output;
     ++number;
   }
-  for (const char* const line : {"missing: not found", "not_executable: not executable",
-                                 "no_interpreter: not executable: the interpreter", "script: passed"})
+  for (const char* const line :
+       {"missing: not found", "not_executable: not executable",
+        "no_interpreter: not executable: the interpreter", "script: passed", "mine.grafcet: passed"})
     EXPECT_NE(output.find(line), std::string::npos) << line << "\n" << output;
   EXPECT_LT(std::filesystem::file_size("report/013-strange_controller__13_/erreurs.txt"), 200'000U);
 }
@@ -168,7 +170,7 @@ TEST_F(examen, records_every_run_to_the_same_byte_and_forces_signals) {
 }
 
 TEST_F(examen, goes_on_at_the_pace_of_the_plant) {
-  const run its = ends(command({"--temps-reel", strange + "x", strange + "slow", "--patience", "100"}));
+  const run its = ends(command({"--temps-reel", strange + "x", strange + "late", "--patience", "100"}));
   EXPECT_NE(its.output.find("controller: passed"), std::string::npos) << its.output << its.errors;
   EXPECT_NE(its.output.find("(2): too slow"), std::string::npos) << its.output;
 }
