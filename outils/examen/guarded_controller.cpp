@@ -30,13 +30,14 @@ constexpr std::pair<const char*, kind> states[] = {{"refused ", kind::refused},
 
 guarded_controller::guarded_controller(const std::string& self, const std::vector<std::string>& box,
                                        const controller_limits& limits,
-                                       const std::vector<std::string>& command, int streams) {
+                                       const std::vector<std::string>& command, int streams)
+    : boxed(!box.empty()) {
   int ends[2];
   if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) return;
   std::vector<std::string> words = box;
   const std::vector<std::string> own = guardian_words(self, ends[1], limits, command);
   words.insert(words.end(), own.begin(), own.end());
-  const int at_our_end = box.empty() ? SIGTERM : SIGKILL;  // the guardian notices by itself
+  const int at_our_end = boxed ? SIGKILL : SIGTERM;  // the guardian notices by itself
   guardian = launch(words, at_our_end, [&] {
                for (const int stream : {STDOUT_FILENO, STDERR_FILENO}) dup2(streams, stream);
                fcntl(ends[1], F_SETFD, 0);
@@ -47,6 +48,7 @@ guarded_controller::guarded_controller(const std::string& self, const std::vecto
 }
 
 guarded_controller::~guarded_controller() {
+  if (!has_ended && !boxed) end();  // nobody else ends what it has started
   if (guardian > 0) {
     kill(guardian, SIGKILL);
     waitpid(guardian, nullptr, 0);
@@ -84,6 +86,7 @@ void guarded_controller::heed(const std::string& line) {
 std::string guarded_controller::end() {
   constexpr auto patience = 3s;
   const auto deadline = std::chrono::steady_clock::now() + patience;
+  has_ended = true;
   shutdown(channel, SHUT_WR);
   while (receive()) {
     const auto left =

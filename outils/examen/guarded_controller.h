@@ -35,9 +35,10 @@ class guarded_controller {
   bool receive();
   void heed(const std::string& line);
 
+  const bool boxed;
   pid_t guardian = -1;
   int channel = -1;
   std::string received;
-  bool all_written = false;
+  bool all_written = false, has_ended = false;
   controller_state state{controller_state::kind::runs};
 };

@@ -128,22 +128,18 @@ class guardian {
   }
   void tell(const char* what, long number) const { say(what + (" " + std::to_string(number)) + "\n"); }
 
-  bool asked_to_end() {
-    std::array<pollfd, 2> awaited{{{channel, POLLIN, 0}, {streams[0], POLLIN, 0}}};
-    // Once all writers have gone it would be readable for ever.
-    poll(awaited.data(), streams_open ? 2 : 1, 10);
-    return awaited[0].revents != 0;
+  // Not woken by what is written: who floods the streams waits until they are looked at again.
+  bool asked_to_end() const {
+    pollfd request{channel, POLLIN, 0};
+    return poll(&request, 1, 10) == 1;
   }
 
   // No more than so much at once, whatever is written meanwhile.
   void read_streams() {
     std::array<char, 1 << 16> some;
-    for (int n = 0; n < 16; ++n) {
-      const ssize_t count = read(streams[0], some.data(), some.size());
-      if (count == 0) streams_open = false;
-      if (count <= 0) return;
+    ssize_t count = 0;
+    for (int n = 0; n < 16 && (count = read(streams[0], some.data(), some.size())) > 0; ++n)
       kept.add({some.data(), static_cast<std::size_t>(count)});
-    }
   }
 
   // A script that has ended well may have left the controller proper running behind it.
@@ -178,7 +174,7 @@ class guardian {
   const int channel;
   const controller_limits limits;
   int streams[2] = {-1, -1};
-  bool streams_open = true, told_end = false;
+  bool told_end = false;
   pid_t controller = -1;
   std::optional<int> end_status;
   kept_text kept;

@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "bibliocpp/area_view.h"
+#include "bibliocpp/signal_files.h"
 #include "outils/child_processes/descendants.h"
 #include "tests/outils/controller_script.h"
 #include "tests/support/a_directory.h"
@@ -156,6 +157,16 @@ TEST_F(examen, records_every_run_to_the_same_byte_and_forces_signals) {
   }
   EXPECT_GT(recorded[0].size(), 2000U);
   EXPECT_EQ(recorded[0], recorded[1]);
+  const signal_record record = read_vcd("report0/001-controleur_mine/signaux.vcd");
+  const auto value = [&](const std::string& name, std::int64_t time_us) {
+    std::size_t n = 0;
+    while (record.signals().at(n).name != name) ++n;
+    return record.changes(n).at(static_cast<std::size_t>(record.last_change_at(n, time_us))).value;
+  };
+  EXPECT_EQ(value("pcC", 995'000), 1);
+  EXPECT_EQ(value("pcC", 1'000'000), 0);
+  EXPECT_EQ(value("pcC", 3'000'000), 1);
+  EXPECT_EQ(value("REMPLIR_B", record.end_us()), 0);
 }
 
 TEST_F(examen, goes_on_at_the_pace_of_the_plant) {

@@ -8,6 +8,7 @@
 #include "tests/support/a_directory.h"
 #include "tests/support/area.h"
 #include "tests/support/led_plant.h"
+#include "tests/support/program_window.h"
 
 namespace {
 
@@ -113,6 +114,23 @@ TEST(led_cycle, works_switches_by_their_labels_and_refuses_bad_descriptors) {
     EXPECT_EQ(plant.errors(),
               std::string("MOCK_UP_LED=") + text + ": two open file descriptors are needed, as in 3,4\n");
   }
+}
+
+TEST(led_cycle, shows_a_scene_that_has_gone_unseen_as_it_stands) {
+  const auto after_cycles = [](bool blind) {
+    led_mine mine;
+    const program_window window("mine de charbon");
+    EXPECT_EQ(mine.ask("look"), "seen");
+    const picture at_first = window.look();
+    mine.area.output(sortie::A_DROITE, 1);
+    mine.area.output(sortie::C_DROITE, 1);
+    if (blind) mine.tell("blind\n");
+    for (int n = 0; n < 50; ++n) mine.ask("go");
+    EXPECT_EQ(window.look() == at_first, blind);
+    EXPECT_EQ(mine.ask("look"), "seen");
+    return window.look();
+  };
+  EXPECT_TRUE(after_cycles(true) == after_cycles(false));
 }
 
 TEST(led_cycle, is_led_by_the_program_of_the_page) {
