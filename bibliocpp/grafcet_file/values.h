@@ -13,8 +13,8 @@ class node_memories {
  public:
   explicit node_memories(const program& charts);
 
-  // Gives every node its value in this situation; to be called once in an evolution, and once before the first,
-  // where what is 1 seems to rise. Whether some edge is seen.
+  // Gives every node its value in this situation; to be called once in an evolution, and once before the
+  // first, where what is 1 seems to rise. Whether some edge is seen.
   bool evaluate(situation& now);
 
  private:
