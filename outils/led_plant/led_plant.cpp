@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sched.h>
+#include <sys/shm.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -15,6 +16,7 @@
 #include <string_view>
 #include <thread>
 
+#include "bibliocpp/area_view.h"
 #include "outils/child_processes/launch.h"
 
 namespace {
@@ -93,9 +95,12 @@ led_plant::led_plant(const std::vector<std::string>& words, int streams) {
 led_plant::~led_plant() {
   close(to_plant);
   close(from_plant);
-  if (ends_within(program, 1s)) return;
-  kill(program, SIGKILL);
-  waitpid(program, nullptr, 0);
+  if (!ends_within(program, 1s)) {
+    kill(program, SIGKILL);
+    waitpid(program, nullptr, 0);
+  }
+  // Also one that had not yet told of its area may have left it.
+  if (const int area = area_of(program); area != -1) shmctl(area, IPC_RMID, nullptr);
 }
 
 std::optional<plant_line> led_plant::next(std::chrono::milliseconds in_time) {

@@ -27,7 +27,8 @@ class led_plant {
   // Starts the program words[0] with all words as its arguments. Both its streams go to the descriptor
   // `streams`, which stays the caller's; -1: to ours. SIGPIPE must be ignored or blocked in this process.
   explicit led_plant(const std::vector<std::string>& words, int streams = -1);
-  // The run ends with its leader. Whoever does not leave by itself within a second is killed.
+  // The run ends with its leader. Whoever does not leave by itself within a second is killed,
+  // and an area that it leaves is removed.
   ~led_plant();
   led_plant(const led_plant&) = delete;
   led_plant& operator=(const led_plant&) = delete;

@@ -77,6 +77,14 @@ struct examen : testing::Test {
     std::ofstream(file) << text;
     if (executable) std::filesystem::permissions(file, std::filesystem::perms::owner_all);
   }
+  // With a PATH that has no bwrap.
+  words without_a_box() const {
+    const std::filesystem::path bin = here.path / "bin";
+    if (std::filesystem::create_directory(bin))
+      for (const char* const program : {"Xvfb", "sh", "sleep"})
+        std::filesystem::create_symlink(std::filesystem::path("/usr/bin") / program, bin / program);
+    return {"PATH=" + bin.string(), "LC_ALL=en_GB"};
+  }
   static words command(const words& options, const std::string& scenario = "brief.toml") {
     words all{built("examen"), "--scenario", scenario};
     all.insert(all.end(), options.begin(), options.end());
@@ -188,20 +196,20 @@ TEST_F(examen, does_not_judge_without_a_plant_that_plays) {
     EXPECT_NE(its.output.find(std::string("not judged: ") + reason), std::string::npos) << its.output;
   }
   EXPECT_EQ(ends(command({"--maquette", "./nowhere", strange + "x"})).status, 2);
+  // Nor does one stay whose plant must be killed without having told of it.
+  write("deaf", "#!/bin/sh\nunset MOCK_UP_LED\nexec " + built("wagons") + " :\n", true);
+  EXPECT_EQ(
+      ends(command({"--patience", "50", "--maquette", "./deaf", strange + "x"}), without_a_box()).status, 2);
 }
 
-// Without bwrap (a PATH that has it not) and with it: it is asked to end, or killed.
+// Without bwrap and with it: it is asked to end, or killed.
 TEST_F(examen, takes_everything_along_when_it_is_ended_in_the_middle) {
-  std::filesystem::create_directory("bin");
-  for (const char* const program : {"Xvfb", "sh", "sleep"})
-    std::filesystem::create_symlink("/usr/bin/" + std::string(program), std::string("bin/") + program);
-  const std::string path = here.path.string() + "/bin";
   write("long.toml", "duree = 100000.0\n[[jamais]]\nsignal = \"VIDER_C\"\n");
-  for (const std::string& environment : {"PATH=" + path, std::string("LC_ALL=en_GB")})
+  for (const words& environment : {without_a_box(), in_english})
     for (const int signal : {SIGTERM, SIGKILL}) {
       process program(
           command({"-j", "2", strange + "ignore-sigterm", strange + "ignore-sigterm"}, "long.toml"),
-          {environment, "LC_ALL=en_GB"});
+          environment);
       EXPECT_TRUE(wait_until([] {
         int playing = 0;
         for (const pid_t pid : descendants())
@@ -213,12 +221,11 @@ TEST_F(examen, takes_everything_along_when_it_is_ended_in_the_middle) {
       EXPECT_TRUE(wait_until([this] {
         wait_for_descendants(0ms);
         return only_traces();
-      })) << environment
+      })) << environment.size()
           << signal << "\n"
           << left();
     }
-  const run its =
-      ends(command({strange + "x", strange + "crash", strange + "fork"}), {"PATH=" + path, "LC_ALL=en_GB"});
+  const run its = ends(command({strange + "x", strange + "crash", strange + "fork"}), without_a_box());
   EXPECT_NE(its.errors.find("unprotected"), std::string::npos);
   EXPECT_NE(its.output.find("controller: passed"), std::string::npos) << its.output << its.errors;
   EXPECT_NE(its.output.find("(2): crashed"), std::string::npos) << its.output;
