@@ -55,6 +55,11 @@ scenario scenario_for(const exam_order& order) {
   return order.scenario.empty() ? default_scenario_for(order.plant) : read_scenario(order.scenario);
 }
 
+std::string last_line(std::string text) {
+  while (text.ends_with('\n')) text.pop_back();
+  return text.substr(text.rfind('\n') + 1);
+}
+
 // What plant, display and box have to say; of interest only when they fail.
 class machine_log {
  public:
@@ -67,9 +72,7 @@ class machine_log {
     std::array<char, 1024> end{};
     const off_t size = lseek(file, 0, SEEK_END), from = std::max<off_t>(0, size - std::ssize(end));
     const ssize_t count = pread(file, end.data(), end.size(), from);
-    std::string text(end.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-    while (text.ends_with('\n')) text.pop_back();
-    return text.substr(text.rfind('\n') + 1);
+    return ::last_line({end.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0))});
   }
 
  private:
@@ -93,6 +96,7 @@ class exam {
       if (!order.evidence.empty()) keep_picture(screen.name());
       between->end();
       const std::string written = controller->end();
+      if (v.what == outcome::ended_early || v.what == outcome::crashed) add_last_words(last_line(written));
       if (!order.evidence.empty()) keep_evidence(written);
     } catch (const no_verdict& why) {  // there is one
       v.remarks.push_back(why.reason);
@@ -308,6 +312,11 @@ class exam {
         throw no_verdict{phrase("le contrôleur n'a pu être lancé", "the controller could not be started") +
                          (log.last_line().empty() ? "" : phrase(" : ", ": ") + log.last_line())};
     }
+  }
+
+  // Mostly why it has gone. Not the line with which the library greets its area.
+  void add_last_words(const std::string& line) {
+    if (!line.starts_with("ident_mem=")) v.sentence = line;
   }
 
   void tell_refusal(int error) {

@@ -117,7 +117,7 @@ std::vector<std::string> signal_chart(const signal_record& record, double second
   }
   page.emplace_back(columns_for_text);
   page.emplace_back("#T");
-  add_wrapped(page, phrase("À 1 tout ce temps :", "1 all the time:") + ones);
-  add_wrapped(page, phrase("À 0 tout ce temps :", "0 all the time:") + zeros);
+  if (!ones.empty()) add_wrapped(page, phrase("À 1 tout ce temps :", "1 all the time:") + ones);
+  if (!zeros.empty()) add_wrapped(page, phrase("À 0 tout ce temps :", "0 all the time:") + zeros);
   return page;
 }

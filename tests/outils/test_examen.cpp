@@ -109,7 +109,7 @@ constexpr const char* judged[][2] = {
     {"other-fault", "failed at 0.305 s (cycle 61): ERREUR: Le wagon B n'etait pas à son poste de chargement"},
     {"crash-at-start", "crashed at 0.005 s (cycle 1): SIGABRT"},
     {"crash", "crashed at 0.500 s (cycle 100): SIGSEGV"},
-    {"leave", "ended early at 0.500 s (cycle 100): status 3"},
+    {"leave", "ended early at 0.500 s (cycle 100): status 3: out of luck"},
     {"wrong-name", "ended early at 0.005 s (cycle 1): status 1"},
     {"never-attach", "silent at 0.005 s (cycle 1): no outputs announced: it has not attached"},
     {"never-announce", "silent at 0.005 s (cycle 1): no outputs announced\n"},
