@@ -17,9 +17,9 @@
 #include "bibliocpp/language.h"
 #include "outils/atelier/command_line.h"
 #include "outils/atelier/plant_window.h"
-#include "outils/child_processes/programs.h"
 #include "outils/child_processes/descendants.h"
 #include "outils/child_processes/launch.h"
+#include "outils/child_processes/programs.h"
 #include "outils/child_processes/signal_inbox.h"
 
 namespace {
