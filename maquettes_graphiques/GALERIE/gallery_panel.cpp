@@ -49,13 +49,12 @@ gallery_panel::gallery_panel(gallery_plant& signals, const std::function<void()>
   operators.size(column_width - 4, 20);
   for_each_signal<sortie::index>([&](sortie::index k) {
     const auto [x, y] = in_columns(k, sortie::count, 34, 22);
-    const char* const name = signal_names<sortie::index>[k];
-    operators.at(x, y).toggle(name, signals.values.wanted[k], by_hand);
+    operators.at(x, y).toggle(signal_name(k), signals.values.wanted[k], by_hand);
   });
   heading(344, "Capteurs");
   for_each_signal<entree::index>([&](entree::index i) {
     const auto [x, y] = in_columns(i, entree::count, 366, 13);
-    operators.at(x, y).lamp(signal_names<entree::index>[i], signals.values.seen[i]);
+    operators.at(x, y).lamp(signal_name(i), signals.values.seen[i]);
   });
   operators.size(80, 20);
   for (std::size_t n = 0; n < speeds.size(); ++n) {

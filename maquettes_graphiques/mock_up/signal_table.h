@@ -57,6 +57,11 @@ inline constexpr auto signal_names = [] {
   return signal_table::all_names<Signal>(std::make_index_sequence<signal_count<Signal>>());
 }();
 
+template <typename Signal>
+constexpr const char* signal_name(Signal signal) {
+  return signal_names<Signal>[static_cast<std::size_t>(signal)];
+}
+
 // A value for each signal of an enumeration, all of them 0 at first.
 template <typename Signal>
 class signal_values {

@@ -135,6 +135,7 @@ class movepart {
     movepart* to = nullptr;
     back_pointer() = default;
     back_pointer(const back_pointer&) {}
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): nothing is assigned
     back_pointer& operator=(const back_pointer&) { return *this; }
   } carrier;
 };
