@@ -39,7 +39,7 @@ std::vector<std::string> words_of(const exam_order& order, int result) {
   std::vector<std::string> words{std::to_string(result)};
   for (const auto text : texts) words.push_back(order.*text);
   for (const auto number : numbers) words.push_back(std::to_string(order.*number));
-  for (const auto choice : choices) words.push_back(order.*choice ? "1" : "0");
+  for (const auto choice : choices) words.emplace_back(order.*choice ? "1" : "0");
   words.insert(words.end(), order.command.begin(), order.command.end());
   return words;
 }
