@@ -7,4 +7,4 @@
 
 std::string to_lines(const verdict& v);
 // `v` as it was, with what the lines say in place of what it said; false when they are not whole.
-bool from_lines(const std::string& lines, verdict& v);
+bool from_lines(const std::string& text, verdict& v);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <cstdio>
 #include <utility>
@@ -25,7 +26,7 @@ std::string time_text(std::int64_t us) {
 }
 
 Fl_Color fltk(const colour& c) {
-  const auto byte = [](double part) { return static_cast<uchar>(part * 255 + 0.5); };
+  const auto byte = [](double part) { return static_cast<uchar>(std::lround(part * 255)); };
   return fl_rgb_color(byte(c.r), byte(c.g), byte(c.b));
 }
 
@@ -69,7 +70,7 @@ std::vector<value_line> values_of(const program& charts, const situation& now) {
   return lines;
 }
 
-void values_panel::show(std::vector<value_line> lines) {
+void values_panel::update(std::vector<value_line> lines) {
   if (lines == shown) return;
   shown = std::move(lines);
   redraw();

@@ -21,7 +21,7 @@ class values_panel : public Fl_Widget {
  public:
   values_panel(int x, int y, int w, int h) : Fl_Widget(x, y, w, h) {}
   // Draws itself anew where something has changed.
-  void show(std::vector<value_line> lines);
+  void update(std::vector<value_line> lines);
 
   int handle(int event) override;
 

@@ -92,7 +92,7 @@ class view_window : public Fl_Double_Window {
   }
 
   void show_values() {
-    panel.show(values_of(charts, now));
+    panel.update(values_of(charts, now));
     std::string text = in_language("lot ", "batch ") + std::to_string(now.batches) + " · " +
                        std::to_string(now.evolutions) + in_language(" évolution(s) · ", " evolution(s) · ") +
                        (now.stable ? "stable" : in_language("pas encore stable", "not stable yet"));
