@@ -14,6 +14,8 @@
 #include <sstream>
 #include <utility>
 
+#include "bibliocpp/language.h"
+
 namespace {
 
 // The number that the kernel gives for a creator in another namespace of processes, as the plant of a
@@ -60,8 +62,6 @@ std::time_t start_of(pid_t pid) {
   const std::size_t boot = machine.find("btime ");
   return std::stoll(machine.substr(boot + 6)) + ticks / sysconf(_SC_CLK_TCK);
 }
-
-std::string text(int ident) { return "area " + std::to_string(ident); }
 
 }  // namespace
 
@@ -112,17 +112,18 @@ bool creator_runs(const area_entry& area) {
 area_view::area_view(int ident) {
   const std::vector<area_entry> all = areas();
   const auto mine = std::find_if(all.begin(), all.end(), [&](const auto& a) { return a.ident == ident; });
-  if (mine == all.end()) throw area_error("there is no " + text(ident));
+  if (mine == all.end()) throw area_error(tr("il n'y a pas de zone {}", {std::to_string(ident)}));
   entry = *mine;
   void* const address = shmat(ident, nullptr, SHM_RDONLY);
   if (address == reinterpret_cast<void*>(-1))
-    throw area_error(text(ident) + " cannot be read: " + std::strerror(errno));
+    throw area_error(tr("la zone {} est illisible : {}", {std::to_string(ident), std::strerror(errno)}));
   record = static_cast<const IO_controleur*>(address);
   const std::int32_t input_count = now(record->nb_entrees), output_count = now(record->nb_sorties);
   if (std::clamp(input_count, 0, most_signals) != input_count ||
       std::clamp(output_count, 0, most_signals) != output_count) {
     shmdt(record);
-    throw area_error(text(ident) + " is no plant's area: its counts are out of range");
+    throw area_error(tr("la zone {} n'est pas celle d'une maquette : ses nombres de signaux sont impossibles",
+                        {std::to_string(ident)}));
   }
   inputs = names_in(record->nom_input, input_count);
   outputs = names_in(record->nom_output, output_count);
@@ -131,7 +132,8 @@ area_view::area_view(int ident) {
   if (plant_end < 0 && errno != ESRCH && errno != EINVAL) {
     const std::string reason = std::strerror(errno);
     shmdt(record);
-    throw area_error("process " + std::to_string(entry.creator) + " cannot be watched: " + reason);
+    throw area_error(
+        tr("le processus {} ne peut être surveillé : {}", {std::to_string(entry.creator), reason}));
   }
   if (plant_end >= 0 && !creator_runs(entry)) {
     close(plant_end);

@@ -13,26 +13,29 @@ namespace {
 
 using names = std::list<std::string>;
 
-// "entrée" and "sortie" are of one gender, "input" and "output" take one article.
+// What is told of a name that is no input's, or no output's.
+struct wordings {
+  std::string unknown;
+  const char *is_other, *nearest_is_other, *all;
+};
+
 [[noreturn]] void end_for_unknown(const std::string& name, const names& own, const names& others,
-                                  const std::string& kind, const std::string& other_kind) {
+                                  const wordings& say) {
   std::vector<std::string> all(own.begin(), own.end());
   all.insert(all.end(), others.begin(), others.end());
   const int nearest = nearest_name(name, all);
-  std::string text =
-      in_language("aucune ", "no ") + kind + in_language(" ne s'appelle \"", " is named \"") + name + '"';
+  std::string text = say.unknown;
   if (nearest >= 0) {
-    const bool other_way = nearest >= std::ssize(own);
     const std::string& meant = all[static_cast<std::size_t>(nearest)];
     if (meant == name)
-      text += in_language(" : c'est une ", ": that is an ") + other_kind;
+      text += say.is_other;
     else
-      text += in_language(" ; le nom le plus proche est \"", "; the nearest name is \"") + meant + '"' +
-              (other_way ? in_language(", une ", ", an ") + other_kind : "");
+      text += tr(" ; le nom le plus proche est \"{}\"", {meant}) +
+              (nearest >= std::ssize(own) ? say.nearest_is_other : "");
   }
-  text += in_language(". Les ", ". The ") + kind + in_language("s sont :", "s are:");
+  text += say.all;
   for (const std::string& one : own) text += ' ' + one;
-  if (own.empty()) text += in_language(" (aucune)", " (none)");
+  if (own.empty()) text += tr(" (aucune)");
   std::cerr << text + '\n' << std::flush;
   std::exit(1);
 }
@@ -47,8 +50,9 @@ input_signal::input_signal(IOsharemem_client& area, const std::string& name) {
   const names all = area.input_names();
   const std::ptrdiff_t i = last_of(all, name);
   if (i < 0)
-    end_for_unknown(name, all, area.output_names(), in_language("entrée", "input"),
-                    in_language("sortie", "output"));
+    end_for_unknown(name, all, area.output_names(),
+                    {tr("aucune entrée ne s'appelle \"{}\"", {name}), tr(" : c'est une sortie"),
+                     tr(", une sortie"), tr(". Les entrées sont :")});
   value = area.inputs_copy + i;
 }
 
@@ -56,7 +60,8 @@ output_signal::output_signal(IOsharemem_client& area, const std::string& name) {
   const names all = area.output_names();
   const std::ptrdiff_t k = last_of(all, name);
   if (k < 0)
-    end_for_unknown(name, all, area.input_names(), in_language("sortie", "output"),
-                    in_language("entrée", "input"));
+    end_for_unknown(name, all, area.input_names(),
+                    {tr("aucune sortie ne s'appelle \"{}\"", {name}), tr(" : c'est une entrée"),
+                     tr(", une entrée"), tr(". Les sorties sont :")});
   value = area.adresse_mem->output + k;
 }

@@ -30,8 +30,7 @@ std::string whole(const std::string& path) {
     file.read(text.data() + size, portion);
     text.resize(size + static_cast<std::size_t>(file.gcount()));
   }
-  if (text.size() > most)
-    throw signal_file_error(path + ": " + in_language("plus de 1 Gio", "more than 1 GiB"));
+  if (text.size() > most) throw signal_file_error(path + ": " + tr("plus de 1 Gio"));
   if (!file.eof()) throw signal_file_error(path + ": " + std::strerror(errno));
   return text;
 }
@@ -72,7 +71,7 @@ class reader {
   std::vector<std::string> words_to_end() {
     std::vector<std::string> words;
     for (std::string_view word = next(); word != "$end"; word = next()) {
-      if (word.empty()) fail(in_language("il manque un $end", "an $end is missing"));
+      if (word.empty()) fail(tr("il manque un $end"));
       words.emplace_back(word);
     }
     return words;
@@ -80,9 +79,7 @@ class reader {
 
   void declarations() {
     for (std::string_view word = next(); word != "$enddefinitions"; word = next()) {
-      if (word.empty() || word[0] != '$')
-        fail(in_language("ce n'est pas un fichier VCD : $enddefinitions attendu",
-                         "this is no VCD file: $enddefinitions expected"));
+      if (word.empty() || word[0] != '$') fail(tr("ce n'est pas un fichier VCD : $enddefinitions attendu"));
       const std::vector<std::string> words = words_to_end();
       if (word == "$version") ours = words == std::vector<std::string>{"wagons"};
       if (word == "$timescale") timescale(words);
@@ -106,13 +103,12 @@ class reader {
         }
       femtoseconds /= 1000;
     }
-    fail(in_language("unité de temps inconnue : ", "unknown unit of time: ") + both);
+    fail(tr("unité de temps inconnue : {}", {both}));
   }
 
   void declare(const std::vector<std::string>& words) {
     constexpr std::size_t type_size_code_name = 4;
-    if (words.size() < type_size_code_name)
-      fail(in_language("$var sans type, taille, code et nom", "$var without type, size, code and name"));
+    if (words.size() < type_size_code_name) fail(tr("$var sans type, taille, code et nom"));
     variable& it = variables[words[2]];
     std::string name = words[3];
     for (std::size_t n = type_size_code_name; n < words.size(); ++n) name += words[n];  // a range of bits
@@ -155,8 +151,7 @@ class reader {
           break;
         default:
           if (!is_one_of("01hHlLxXzZuUwW-", word[0]))
-            fail(in_language("ni instant ni valeur : ", "neither a moment nor a value: ") +
-                 std::string(word));
+            fail(tr("ni instant ni valeur : {}", {std::string(word)}));
           take(record, rest, bits(word.substr(0, 1)));
       }
     }
@@ -169,9 +164,9 @@ class reader {
     const std::uint64_t factor = std::max<std::uint64_t>(unit_fs / us_fs, 1),
                         divisor = std::max<std::uint64_t>(us_fs / unit_fs, 1);
     if (error != std::errc{} || end != digits.data() + digits.size() || count / divisor > INT64_MAX / factor)
-      fail(in_language("ce n'est pas un instant : #", "this is no moment: #") + std::string(digits));
+      fail(tr("ce n'est pas un instant : #{}", {std::string(digits)}));
     const auto moment_us = static_cast<std::int64_t>(count / divisor * factor);
-    if (moment_us < time_us) fail(in_language("le temps recule", "time runs backwards"));
+    if (moment_us < time_us) fail(tr("le temps recule"));
     time_us = moment_us;
   }
 
@@ -182,12 +177,12 @@ class reader {
     for (const char digit : digits) {
       if (!is_one_of("01hHlL", digit)) {
         if (is_one_of("xXzZuUwW-", digit)) return std::nullopt;
-        fail(in_language("ce n'est pas une valeur : b", "this is no value: b") + std::string(digits));
+        fail(tr("ce n'est pas une valeur : b{}", {std::string(digits)}));
       }
       too_many = too_many || value >> 63 != 0;
       value = value << 1 | (digit == '1' || digit == 'h' || digit == 'H' ? 1U : 0U);
     }
-    if (digits.empty()) fail(in_language("il manque une valeur", "a value is missing"));
+    if (digits.empty()) fail(tr("il manque une valeur"));
     return too_many || value > INT64_MAX ? INT64_MAX : static_cast<std::int64_t>(value);
   }
 
@@ -195,15 +190,14 @@ class reader {
     double value = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
     if (end != digits.data() + digits.size() || error != std::errc{})
-      fail(in_language("ce n'est pas un nombre : r", "this is no number: r") + std::string(digits));
+      fail(tr("ce n'est pas un nombre : r{}", {std::string(digits)}));
     if (std::isnan(value)) return std::nullopt;
     return std::llround(std::clamp(value, static_cast<double>(least), static_cast<double>(greatest)));
   }
 
   void take(signal_record& record, std::string_view code, std::optional<std::int64_t> value) {
     const auto found = variables.find(code);
-    if (found == variables.end())
-      fail(in_language("aucune variable n'a le code ", "no variable has the code ") + std::string(code));
+    if (found == variables.end()) fail(tr("aucune variable n'a le code {}", {std::string(code)}));
     const variable& it = found->second;
     if (it.own != nullptr && value) {
       const std::int64_t before = std::exchange(*it.own, *value);

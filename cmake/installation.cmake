@@ -19,6 +19,7 @@ foreach(plant IN LISTS WAGONS_PLANTS)
 endforeach()
 install(DIRECTORY ${completions}/ DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 
+install(FILES ${english}/wagons.mo DESTINATION ${CMAKE_INSTALL_LOCALEDIR}/en/LC_MESSAGES)
 install(DIRECTORY share/ DESTINATION ${CMAKE_INSTALL_DATADIR}/wagons OPTIONAL)
 
 # The menu entry starts the mine with the reference controller.

@@ -44,11 +44,9 @@ class checker {
 
   void check_action(const action& a, int grafcet) {
     if (a.kind == action_kind::continuous && a.condition != none && has_edge(a.condition))
-      told.error(a.where, "la condition d'une action continue dure : ni fm ni fd",
-                 "the condition of a continuous action lasts: neither rise nor fall");
+      told.error(a.where, tr("la condition d'une action continue dure : ni fm ni fd"));
     if (a.kind == action_kind::stored && a.when == moment::event && !has_edge(a.event))
-      told.error(a.where, "un évènement contient un front : sur fm a, sur fd a",
-                 "an event holds an edge: on rise a, on fall a");
+      told.error(a.where, tr("un évènement contient un front : sur fm a, sur fd a"));
     if (a.kind == action_kind::forcing)
       forces.push_back({grafcet, a.target, a.where});
     else if (a.on_signal)
@@ -62,15 +60,13 @@ class checker {
     const std::string name = charts.outputs[static_cast<std::size_t>(a.target)].name;
     const std::string line = std::to_string(driven->second.where.line);
     if (driven->second.grafcet != grafcet)
-      told.error(a.where, "« % » est déjà commandé par le grafcet % (ligne %)",
-                 "\"%\" is driven by the GRAFCET % already (line %)",
-                 {name, chart_at(driven->second.grafcet).name, line});
+      told.error(a.where, tr("« {} » est déjà commandé par le grafcet {} (ligne {})",
+                             {name, chart_at(driven->second.grafcet).name, line}));
     else if (driven->second.kind != a.kind)
       told.error(
           a.where,
-          "« % » est déjà une action d'une autre sorte (ligne %) : continue ou mémorisée, pas les deux",
-          "\"%\" is an action of the other kind already (line %): continuous or stored, not both",
-          {name, line});
+          tr("« {} » est déjà une action d'une autre sorte (ligne {}) : continue ou mémorisée, pas les deux",
+             {name, line}));
   }
 
   // A forced GRAFCET stands below those that force it.
@@ -85,8 +81,8 @@ class checker {
             below[static_cast<std::size_t>(o.to)] = more = true;
       }
       if (below[static_cast<std::size_t>(first.from)])
-        told.error(first.where, "le grafcet % se force lui-même, directement ou par un autre",
-                   "the GRAFCET % forces itself, at once or by another", {chart_at(first.from).name});
+        told.error(first.where, tr("le grafcet {} se force lui-même, directement ou par un autre",
+                                   {chart_at(first.from).name}));
     }
   }
 
@@ -97,8 +93,8 @@ class checker {
   void check_start(int s) {
     const chart& here = chart_at(step_at(s).chart);
     if (step_at(s).initial && here.kind == chart_kind::encapsulation && !step_at(here.owner).initial)
-      told.error(step_at(s).where, "l'étape englobante % n'est pas initiale : % ne peut pas l'être",
-                 "the enclosing step % is not initial: % cannot be", {here.name, step_at(s).label});
+      told.error(step_at(s).where, tr("l'étape englobante {} n'est pas initiale : {} ne peut pas l'être",
+                                      {here.name, step_at(s).label}));
   }
 
   bool is_reached(int s) const { return reached[static_cast<std::size_t>(s)]; }
@@ -132,19 +128,18 @@ class checker {
 
   void tell_unreachable(int c) {
     const chart& here = chart_at(c);
-    if (here.steps.empty()) return told.error(here.where, "aucune étape dans %", "no step in %", {here.name});
+    if (here.steps.empty()) return told.error(here.where, tr("aucune étape dans {}", {here.name}));
     bool any = false;
     for (const int s : here.steps) any = any || is_reached(s);
     if (!any && here.kind == chart_kind::grafcet)
-      return told.error(here.where, "aucune étape initiale : le grafcet % ne démarre jamais",
-                        "no initial step: the GRAFCET % never starts", {here.name});
+      return told.error(here.where,
+                        tr("aucune étape initiale : le grafcet {} ne démarre jamais", {here.name}));
     if (!any && here.kind == chart_kind::encapsulation && is_reached(here.owner))
-      return told.error(here.where, "aucune étape activée avec l'étape % : « étape * ... »",
-                        "no step is activated with step %: \"step * ...\"", {here.name});
+      return told.error(here.where,
+                        tr("aucune étape activée avec l'étape {} : « étape * ... »", {here.name}));
     for (const int s : here.steps)
       if (!is_reached(s) && (here.owner == none || is_reached(here.owner)))
-        told.error(step_at(s).where, "l'étape % n'est jamais atteinte", "step % is never reached",
-                   {step_at(s).label});
+        told.error(step_at(s).where, tr("l'étape {} n'est jamais atteinte", {step_at(s).label}));
   }
 
   struct driver {

@@ -42,8 +42,7 @@ class expression_reader {
     if (first.kind == token_kind::duration) return constant(from.next());
     if (first.kind == token_kind::name && index_of(from.charts.variables, first.text) != none)
       return named(from.next());
-    from.expected("une durée (5s, 500ms) ou une variable qui en contient une",
-                  "a duration (5s, 500ms) or a variable that holds one");
+    from.expected(tr("une durée (5s, 500ms) ou une variable qui en contient une"));
   }
 
  private:
@@ -52,7 +51,7 @@ class expression_reader {
    public:
     explicit level(expression_reader& a_reader) : reader(a_reader) {
       if (++reader.depth > deepest)
-        reader.from.refuse(reader.from.peek().where, "expression trop profonde", "expression too deep");
+        reader.from.refuse(reader.from.peek().where, tr("expression trop profonde"));
     }
     ~level() { --reader.depth; }
     level(const level&) = delete;
@@ -107,27 +106,24 @@ class expression_reader {
       refuse_bare_comparison();
       return found;
     }
-    if (!from.take(token_kind::open)) from.expected("une condition", "a condition");
+    if (!from.take(token_kind::open)) from.expected(tr("une condition"));
     const int inside = condition();
-    from.expect(token_kind::close, "« ) »", "\")\"");
+    from.expect(token_kind::close, tr("« ) »"));
     return inside;
   }
 
   void refuse_bare_comparison() {
     const token_kind kind = from.peek().kind;
     if (kind >= token_kind::equal && kind <= token_kind::minus)
-      from.refuse(from.peek().where, "une comparaison s'écrit entre crochets : [C > 3]",
-                  "a comparison stands in brackets: [C > 3]");
+      from.refuse(from.peek().where, tr("une comparaison s'écrit entre crochets : [C > 3]"));
   }
 
   int truth(const token& number) {
     if (from.peek().kind == token_kind::slash)
-      from.refuse(number.where, "une durée a une unité : %s/..., %ms/...",
-                  "a duration has a unit: %s/..., %ms/...",
-                  {std::string(number.text), std::string(number.text)});
+      from.refuse(number.where, tr("une durée a une unité : {}s/..., {}ms/...",
+                                   {std::string(number.text), std::string(number.text)}));
     if (number.value > 1)
-      from.refuse(number.where, "comme condition, seuls 0 et 1 ; une comparaison s'écrit [C > 3]",
-                  "as a condition, 0 and 1 only; a comparison is written [C > 3]");
+      from.refuse(number.where, tr("comme condition, seuls 0 et 1 ; une comparaison s'écrit [C > 3]"));
     return constant(number);
   }
 
@@ -135,8 +131,7 @@ class expression_reader {
   int delay() {
     const position where = from.peek().where;
     const int on = duration();
-    from.expect(token_kind::slash, "« / » et ce qui est attendu : 5s/X1",
-                "\"/\" and what is waited for: 5s/X1");
+    from.expect(token_kind::slash, tr("« / » et ce qui est attendu : 5s/X1"));
     const int operand = simple_operand();
     const int off = from.take(token_kind::slash) ? duration() : none;
     return from.add({operation::delay, operand, on, off, 0, where});
@@ -156,10 +151,10 @@ class expression_reader {
     for (const auto& [kind, what] : comparisons)
       if (from.take(kind)) {
         const int right = sum();
-        from.expect(token_kind::close_bracket, "« ] »", "\"]\"");
+        from.expect(token_kind::close_bracket, tr("« ] »"));
         return from.add({what, left, right, none, 0, where});
       }
-    from.expected("une comparaison (= <> < <= > >=)", "a comparison (= <> < <= > >=)");
+    from.expected(tr("une comparaison (= <> < <= > >=)"));
   }
 
   int product() {
@@ -184,11 +179,11 @@ class expression_reader {
       case token_kind::open: {
         from.next();
         const int inside = sum();
-        from.expect(token_kind::close, "« ) »", "\")\"");
+        from.expect(token_kind::close, tr("« ) »"));
         return inside;
       }
       default:
-        from.expected("un nombre, une variable ou une entrée", "a number, a variable or an input");
+        from.expected(tr("un nombre, une variable ou une entrée"));
     }
   }
 
@@ -210,9 +205,8 @@ class expression_reader {
   int defined(int d, const token& name) {
     const int value = from.charts.definitions[static_cast<std::size_t>(d)].value;
     if (value == none)
-      from.refuse(name.where, "« % » est défini plus bas : une définition précède son emploi",
-                  "\"%\" is defined further down: a definition comes before its use",
-                  {std::string(name.text)});
+      from.refuse(name.where, tr("« {} » est défini plus bas : une définition précède son emploi",
+                                 {std::string(name.text)}));
     return value;
   }
 

@@ -38,8 +38,7 @@ class linker {
       const step& here = step_at(s);
       const auto [other, is_new] = steps.try_emplace({chart_at(here.chart).root, here.label}, s);
       if (!is_new)
-        told.error(here.where, "l'étape % est déjà à la ligne %", "step % is in line % already",
-                   {here.label, line_of(other->second)});
+        told.error(here.where, tr("l'étape {} est déjà à la ligne {}", {here.label, line_of(other->second)}));
     }
   }
 
@@ -57,34 +56,28 @@ class linker {
       if (part.owner == none || !(is_expansion ? step_at(part.owner).macro : step_at(part.owner).enclosing)) {
         part.owner = none;
         if (is_expansion)
-          told.error(part.where, "aucune macro-étape % dans ce grafcet", "no macro-step % in this GRAFCET",
-                     {part.name});
+          told.error(part.where, tr("aucune macro-étape {} dans ce grafcet", {part.name}));
         else
-          told.error(part.where, "aucune étape englobante % dans ce grafcet",
-                     "no enclosing step % in this GRAFCET", {part.name});
+          told.error(part.where, tr("aucune étape englobante {} dans ce grafcet", {part.name}));
       } else if (!is_expansion) {
         step_at(part.owner).encapsulations.push_back(c);
       } else if (int& expansion = step_at(part.owner).expansion; expansion == none) {
         expansion = c;
       } else {
-        told.error(part.where, "l'expansion de % est déjà à la ligne %",
-                   "the expansion of % is in line % already",
-                   {part.name, std::to_string(chart_at(expansion).where.line)});
+        told.error(part.where, tr("l'expansion de {} est déjà à la ligne {}",
+                                  {part.name, std::to_string(chart_at(expansion).where.line)}));
       }
     }
   }
 
   void look_into(step& s) {
     if (s.enclosing && s.encapsulations.empty())
-      told.error(s.where, "il manque « encapsulation % » et ses étapes",
-                 "\"encapsulation %\" and its steps are missing", {s.label});
+      told.error(s.where, tr("il manque « encapsulation {} » et ses étapes", {s.label}));
     if (!s.macro) return;
     if (!s.label.starts_with('M'))
-      return told.error(s.where, "une macro-étape s'appelle M et un numéro : M%",
-                        "a macro-step is called M and a number: M%", {s.label});
+      return told.error(s.where, tr("une macro-étape s'appelle M et un numéro : M{}", {s.label}));
     if (s.expansion == none)
-      return told.error(s.where, "il manque « expansion % » et ses étapes",
-                        "\"expansion %\" and its steps are missing", {s.label});
+      return told.error(s.where, tr("il manque « expansion {} » et ses étapes", {s.label}));
     s.entry = step_of_expansion(s, 'E');
     s.exit = step_of_expansion(s, 'S');
   }
@@ -94,8 +87,7 @@ class linker {
     const std::string label = letter + macro.label.substr(1);
     const int found = find(expansion.root, label);
     if (found != none && step_at(found).chart == macro.expansion && !step_at(found).macro) return found;
-    told.error(expansion.where, "il manque dans l'expansion l'étape %", "the expansion lacks step %",
-               {label});
+    told.error(expansion.where, tr("il manque dans l'expansion l'étape {}", {label}));
     return none;
   }
 
@@ -105,7 +97,7 @@ class linker {
       int owner = c.owner;
       for (std::size_t n = 0; owner != none; ++n) {
         if (n > charts.charts.size()) {
-          told.error(c.where, "% se contient soi-même", "% contains itself", {c.name});
+          told.error(c.where, tr("{} se contient soi-même", {c.name}));
           break;
         }
         owner = chart_at(step_at(owner).chart).owner;
@@ -119,10 +111,10 @@ class linker {
       for (const label& l : labels) {
         const int s = find(chart_at(made.chart).root, l.text);
         if (s == none)
-          told.error(l.where, "aucune étape % dans ce grafcet", "no step % in this GRAFCET", {l.text});
+          told.error(l.where, tr("aucune étape {} dans ce grafcet", {l.text}));
         else if (step_at(s).chart != made.chart)
-          told.error(l.where, "l'étape % n'est pas de ce dessin : elle est à la ligne %",
-                     "step % is not of this drawing: it is in line %", {l.text, line_of(s)});
+          told.error(l.where,
+                     tr("l'étape {} n'est pas de ce dessin : elle est à la ligne {}", {l.text, line_of(s)}));
         else
           found.push_back(s);
       }
@@ -130,7 +122,7 @@ class linker {
     find_all(done.transitions[k].from, made.from);
     find_all(done.transitions[k].to, made.to);
     if (done.transitions[k].from.empty() && done.transitions[k].to.empty())
-      told.error(made.where, "une transition a au moins une étape", "a transition has a step at least");
+      told.error(made.where, tr("une transition a au moins une étape"));
   }
 
   // "X3": a step of the same GRAFCET, or the only one of that label in the others.
@@ -145,7 +137,7 @@ class linker {
       made.what = operation::input;  // after all
       made.value = signal_index(charts.inputs, "X" + r.step.text, r.step.where);
     } else {
-      told.error(r.step.where, "aucune étape %", "no step %", {r.step.text});
+      told.error(r.step.where, tr("aucune étape {}", {r.step.text}));
     }
   }
 
@@ -154,9 +146,9 @@ class linker {
     for (int c = 0; c < std::ssize(charts.charts); ++c) {
       const int here = find(c, wanted.text);
       if (here != none && found != none) {
-        told.error(wanted.where, "plusieurs grafcets ont une étape % : écrivez %.X%",
-                   "several GRAFCETs have a step %: write %.X%",
-                   {wanted.text, chart_at(chart_at(step_at(found).chart).root).name, wanted.text});
+        told.error(wanted.where,
+                   tr("plusieurs grafcets ont une étape {} : écrivez {}.X{}",
+                      {wanted.text, chart_at(chart_at(step_at(found).chart).root).name, wanted.text}));
         return found;
       }
       if (here != none) found = here;
@@ -168,16 +160,14 @@ class linker {
     action& made = step_at(f.step).actions[f.action];
     made.target = index_of(charts.charts, f.grafcet.text);
     if (made.target == none || chart_at(made.target).kind != chart_kind::grafcet) {
-      told.error(f.grafcet.where, "aucun grafcet ne s'appelle « % »", "no GRAFCET is named \"%\"",
-                 {f.grafcet.text});
+      told.error(f.grafcet.where, tr("aucun grafcet ne s'appelle « {} »", {f.grafcet.text}));
       made.target = none;
       return;
     }
     for (const label& l : f.steps) {
       const int s = find(made.target, l.text);
       if (s == none)
-        told.error(l.where, "aucune étape % dans le grafcet %", "no step % in the GRAFCET %",
-                   {l.text, f.grafcet.text});
+        told.error(l.where, tr("aucune étape {} dans le grafcet {}", {l.text, f.grafcet.text}));
       else
         made.situation.push_back(step_at(s).macro ? step_at(s).entry : s);
     }
@@ -186,11 +176,10 @@ class linker {
   void check_signals() {
     for (const signal& out : charts.outputs)
       if (const int read = index_of(charts.inputs, out.name); read != none && done.plant == nullptr)
-        told.error(
-            charts.inputs[static_cast<std::size_t>(read)].where,
-            "« % » est une sortie (ligne %) : une condition lit des entrées, des étapes et des variables",
-            "\"%\" is an output (line %): a condition reads inputs, steps and variables",
-            {out.name, std::to_string(out.where.line)});
+        told.error(charts.inputs[static_cast<std::size_t>(read)].where,
+                   tr("« {} » est une sortie (ligne {}) : une condition lit des entrées, des étapes et des "
+                      "variables",
+                      {out.name, std::to_string(out.where.line)}));
     if (done.plant == nullptr) return;
     for (const signal& in : charts.inputs) check_signal(in, true);
     for (const signal& out : charts.outputs) check_signal(out, false);
@@ -209,27 +198,26 @@ class linker {
     if (has(others, used.name)) {
       if (as_input)
         told.error(used.where,
-                   "« % » est une sortie : une condition lit des entrées, des étapes et des variables",
-                   "\"%\" is an output: a condition reads inputs, steps and variables", {used.name});
+                   tr("« {} » est une sortie : une condition lit des entrées, des étapes et des variables",
+                      {used.name}));
       else
-        told.error(used.where, "« % » est une entrée : une action commande une sortie ou une variable",
-                   "\"%\" is an input: an action drives an output or a variable", {used.name});
+        told.error(used.where,
+                   tr("« {} » est une entrée : une action commande une sortie ou une variable", {used.name}));
       return;
     }
     const int nearest = nearest_name(used.name, own);
     const std::string meant = nearest < 0 ? "" : own[static_cast<std::size_t>(nearest)];
     if (as_input)
-      told.error(used.where, "aucune entrée ne s'appelle « % » ; le nom le plus proche est « % »",
-                 "no input is named \"%\"; the nearest name is \"%\"", {used.name, meant});
+      told.error(used.where, tr("aucune entrée ne s'appelle « {} » ; le nom le plus proche est « {} »",
+                                {used.name, meant}));
     else
-      told.error(used.where, "aucune sortie ne s'appelle « % » ; le nom le plus proche est « % »",
-                 "no output is named \"%\"; the nearest name is \"%\"", {used.name, meant});
+      told.error(used.where, tr("aucune sortie ne s'appelle « {} » ; le nom le plus proche est « {} »",
+                                {used.name, meant}));
   }
 
   void refuse_signal_name(const std::string& name, position where) {
     if (has(done.plant->inputs, name) || has(done.plant->outputs, name))
-      told.error(where, "« % » est déjà un signal de la maquette", "\"%\" is a signal of the plant already",
-                 {name});
+      told.error(where, tr("« {} » est déjà un signal de la maquette", {name}));
   }
 
   reading& done;

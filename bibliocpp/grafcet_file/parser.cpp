@@ -14,7 +14,7 @@ std::string text_of(const token& t) { return std::string(t.text); }
 label read_label(reading& from) {
   const token& next = from.peek();
   if (next.kind != token_kind::number && next.kind != token_kind::name)
-    from.expected("le numéro ou le nom d'une étape", "the number or the name of a step");
+    from.expected(tr("le numéro ou le nom d'une étape"));
   from.next();
   return {text_of(next), next.where};
 }
@@ -28,7 +28,7 @@ std::vector<label> read_labels(reading& from) {
 // It may stand before the colon or at the end.
 void read_comment(reading& from, std::string& comment) {
   if (from.peek().kind != token_kind::comment) return;
-  if (!comment.empty()) from.refuse(from.peek().where, "un second commentaire", "a second comment");
+  if (!comment.empty()) from.refuse(from.peek().where, tr("un second commentaire"));
   comment = text_of(from.next());
 }
 
@@ -39,13 +39,12 @@ void read_forcing(reading& from, action& made) {
   made.kind = action_kind::forcing;
   from.next();
   from.next();
-  const token& name = from.expect(token_kind::name, "le nom d'un grafcet", "the name of a GRAFCET");
+  const token& name = from.expect(token_kind::name, tr("le nom d'un grafcet"));
   forcing_labels labels{static_cast<int>(from.charts.steps.size()) - 1,
                         from.charts.steps.back().actions.size(),
                         {text_of(name), name.where},
                         {}};
-  from.expect(token_kind::open_brace, "« { » et une situation : {1, 3}, {*}, {INIT} ou {}",
-              "\"{\" and a situation: {1, 3}, {*}, {INIT} or {}");
+  from.expect(token_kind::open_brace, tr("« { » et une situation : {1, 3}, {*}, {INIT} ou {}"));
   if (from.peek().kind == token_kind::close_brace)
     made.order = forced_to::empty;
   else if (from.take(token_kind::star))
@@ -56,7 +55,7 @@ void read_forcing(reading& from, action& made) {
     made.order = forced_to::situation;
     labels.steps = read_labels(from);
   }
-  from.expect(token_kind::close_brace, "« } »", "\"}\"");
+  from.expect(token_kind::close_brace, tr("« } »"));
   from.forcings.push_back(std::move(labels));
 }
 
@@ -65,8 +64,7 @@ void read_stored(reading& from, action& made) {
   made.kind = action_kind::stored;
   made.value = read_number_expression(from);
   if (!from.take_word("sur", "on"))
-    from.expected("« sur activation », « sur désactivation » ou « sur » et un évènement (sur fm a)",
-                  "\"on activation\", \"on deactivation\" or \"on\" and an event (on rise a)");
+    from.expected(tr("« sur activation », « sur désactivation » ou « sur » et un évènement (sur fm a)"));
   if (from.take_word("activation", "activation")) {
     made.when = moment::activation;
   } else if (from.take_word("desactivation", "deactivation")) {
@@ -109,8 +107,7 @@ void read_action(reading& from) {
   const std::size_t begin = from.mark();
   const token name = from.peek();
   if (name.kind != token_kind::name)
-    from.expected("une action : une sortie, « C := ... » ou un forçage F/nom{...}",
-                  "an action: an output, \"C := ...\" or a forcing order F/name{...}");
+    from.expected(tr("une action : une sortie, « C := ... » ou un forçage F/nom{...}"));
   action made;
   made.where = name.where;
   if (!name.quoted && name.text == "F" && from.peek(1).kind == token_kind::slash) {
@@ -122,8 +119,8 @@ void read_action(reading& from) {
     if (from.take(token_kind::assign))
       read_stored(from, made);
     else if (v != none)
-      from.refuse(from.peek().where, "% est une variable : « % := ... sur activation »",
-                  "% is a variable: \"% := ... on activation\"", {text_of(name), text_of(name)});
+      from.refuse(from.peek().where,
+                  tr("{} est une variable : « {} := ... sur activation »", {text_of(name), text_of(name)}));
     else
       read_continuous(from, made);
     made.target = v != none ? v : signal_index(from.charts.outputs, name.text, name.where);
@@ -138,7 +135,7 @@ void read_action(reading& from) {
 void require_chart(reading& from) {
   if (from.chart != none) return;
   const token& here = from.peek();
-  from.told.error(here.where, "d'abord « grafcet » et son nom", "first \"grafcet\" and its name");
+  from.told.error(here.where, tr("d'abord « grafcet » et son nom"));
   from.chart = from.grafcet = static_cast<int>(from.charts.charts.size());
   chart& made = from.charts.charts.emplace_back();
   made.root = from.chart;
@@ -159,11 +156,12 @@ void begin_chart(reading& from, chart_kind kind, std::string name, position wher
 }
 
 void read_grafcet(reading& from) {
-  const token& name = from.expect(token_kind::name, "le nom du grafcet", "the name of the GRAFCET");
+  const token& name = from.expect(token_kind::name, tr("le nom du grafcet"));
   if (const int other = index_of(from.charts.charts, name.text); other != none)
     from.told.error(
-        name.where, "un grafcet « % » est déjà à la ligne %", "there is a GRAFCET \"%\" in line % already",
-        {text_of(name), std::to_string(from.charts.charts[static_cast<std::size_t>(other)].where.line)});
+        name.where,
+        tr("un grafcet « {} » est déjà à la ligne {}",
+           {text_of(name), std::to_string(from.charts.charts[static_cast<std::size_t>(other)].where.line)}));
   begin_chart(from, chart_kind::grafcet, text_of(name), name.where);
 }
 
@@ -188,8 +186,7 @@ void read_macro(reading& from) {
   made.macro = true;
   read_comment(from, made.comment);
   if (from.peek().kind == token_kind::colon)
-    from.refuse(from.peek().where, "une macro-étape n'a pas d'action : ses étapes en ont",
-                "a macro-step has no action: its steps have");
+    from.refuse(from.peek().where, tr("une macro-étape n'a pas d'action : ses étapes en ont"));
 }
 
 bool is_step_adjective(const reading& from) {
@@ -208,7 +205,7 @@ void read_step(reading& from) {
     else if (named && from.take(token_kind::star))
       linked = true;
     else if (!named)
-      named = from.expect(token_kind::step, "« étape »", "\"step\"").kind == token_kind::step;
+      named = from.expect(token_kind::step, tr("« étape »")).kind == token_kind::step;
     else
       break;
   }
@@ -217,8 +214,7 @@ void read_step(reading& from) {
   made.enclosing = enclosing;
   made.linked = linked;
   if (linked && current_chart(from).kind != chart_kind::encapsulation)
-    from.told.error(where, "* n'a de sens que dans une encapsulation",
-                    "* has a meaning in an encapsulation only");
+    from.told.error(where, tr("* n'a de sens que dans une encapsulation"));
   std::string comment;
   read_comment(from, comment);
   if (from.take(token_kind::colon)) {
@@ -234,11 +230,8 @@ std::vector<label> read_end(reading& from, bool before) {
   if (!before && from.take_word("puits", "sink")) return {};
   const token_kind kind = from.peek().kind;
   if (kind == token_kind::number || kind == token_kind::name) return read_labels(from);
-  if (before)
-    from.expected("avant « -> » une étape, ou « source » s'il n'y en a pas",
-                  "a step before \"->\", or \"source\" where there is none");
-  from.expected("après « -> » une étape, ou « puits » s'il n'y en a pas",
-                "a step after \"->\", or \"sink\" where there is none");
+  if (before) from.expected(tr("avant « -> » une étape, ou « source » s'il n'y en a pas"));
+  from.expected(tr("après « -> » une étape, ou « puits » s'il n'y en a pas"));
 }
 
 void read_transition(reading& from) {
@@ -248,10 +241,10 @@ void read_transition(reading& from) {
   made.chart = from.chart;
   transition_labels labels;
   labels.from = read_end(from, true);
-  from.expect(token_kind::arrow, "« -> »", "\"->\"");
+  from.expect(token_kind::arrow, tr("« -> »"));
   labels.to = read_end(from, false);
   read_comment(from, made.comment);
-  from.expect(token_kind::colon, "« : » et une réceptivité", "\":\" and a receptivity");
+  from.expect(token_kind::colon, tr("« : » et une réceptivité"));
   const std::size_t begin = from.mark();
   made.receptivity = read_condition(from);
   made.text = from.written_since(begin);
@@ -262,13 +255,13 @@ void read_transition(reading& from) {
 }
 
 void read_variable(reading& from) {
-  const token name = from.expect(token_kind::name, "le nom de la variable", "the name of the variable");
+  const token name = from.expect(token_kind::name, tr("le nom de la variable"));
   from.refuse_taken(name);
-  from.expect(token_kind::equal, "« = » et la valeur initiale", "\"=\" and the initial value");
+  from.expect(token_kind::equal, tr("« = » et la valeur initiale"));
   const bool negative = from.take(token_kind::minus);
   const token& value = from.peek();
   if (value.kind != token_kind::number && value.kind != token_kind::duration)
-    from.expected("un nombre ou une durée", "a number or a duration");
+    from.expected(tr("un nombre ou une durée"));
   from.next();
   from.charts.variables[static_cast<std::size_t>(index_of(from.charts.variables, name.text))].initial =
       negative ? -value.value : value.value;
@@ -288,9 +281,9 @@ class outside_of_grafcets {
 };
 
 void read_definition(reading& from) {
-  const token name = from.expect(token_kind::name, "le nom de la définition", "the name of the definition");
+  const token name = from.expect(token_kind::name, tr("le nom de la définition"));
   from.refuse_taken(name);
-  from.expect(token_kind::equal, "« = » et une condition", "\"=\" and a condition");
+  from.expect(token_kind::equal, tr("« = » et une condition"));
   const std::size_t begin = from.mark();
   const int value = [&] {
     const outside_of_grafcets no_own_steps(from);
@@ -312,8 +305,7 @@ void read_statement(reading& from) {
   if (from.take(token_kind::transition)) return read_transition(from);
   if (from.take(token_kind::variable)) return read_variable(from);
   if (from.take(token_kind::definition)) return read_definition(from);
-  from.expected("grafcet, étape, transition, macro, expansion, encapsulation, variable ou soit",
-                "grafcet, step, transition, macro, expansion, encapsulation, variable or let");
+  from.expected(tr("grafcet, étape, transition, macro, expansion, encapsulation, variable ou soit"));
 }
 
 void read_all(reading& from) {

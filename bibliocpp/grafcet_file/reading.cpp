@@ -1,6 +1,7 @@
 #include "bibliocpp/grafcet_file/reading.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace grafcet_file {
 
@@ -32,12 +33,10 @@ void reading::refuse_taken(const token& name) {
   };
   for (const variable& v : charts.variables)
     if (v.name == name.text && !here(v.where))
-      refuse(name.where, "« % » est déjà à la ligne %", "\"%\" is in line % already",
-             {v.name, std::to_string(v.where.line)});
+      refuse(name.where, tr("« {} » est déjà à la ligne {}", {v.name, std::to_string(v.where.line)}));
   for (const definition& d : charts.definitions)
     if (d.name == name.text && !here(d.where))
-      refuse(name.where, "« % » est déjà à la ligne %", "\"%\" is in line % already",
-             {d.name, std::to_string(d.where.line)});
+      refuse(name.where, tr("« {} » est déjà à la ligne {}", {d.name, std::to_string(d.where.line)}));
 }
 
 const token& reading::peek(std::size_t ahead) const {
@@ -68,23 +67,21 @@ bool reading::take_word(std::string_view french, std::string_view english) {
   return true;
 }
 
-const token& reading::expect(token_kind kind, const char* french, const char* english) {
-  if (peek().kind != kind) expected(french, english);
+const token& reading::expect(token_kind kind, const char* what) {
+  if (peek().kind != kind) expected(what);
   return next();
 }
 
-void reading::expected(const char* french, const char* english) {
+void reading::expected(const char* what) {
   const token& found = peek();
-  const std::string instead =
-      found.kind == token_kind::end_of_text
-          ? in_language("la fin du texte", "the end of the text")
-          : in_language("« ", "\"") + std::string(found.source) + in_language(" »", "\"");
-  refuse(found.where, "attendu : % ; trouvé : %", "expected: %; found: %",
-         {in_language(french, english), instead});
+  const std::string instead = found.kind == token_kind::end_of_text
+                                  ? tr("la fin du texte")
+                                  : tr("« {} »", {std::string(found.source)});
+  refuse(found.where, tr("attendu : {} ; trouvé : {}", {what, instead}));
 }
 
-void reading::refuse(position where, const char* french, const char* english, const remarks::words& some) {
-  told.error(where, french, english, some);
+void reading::refuse(position where, std::string sentence) {
+  told.error(where, std::move(sentence));
   throw unreadable_statement{};
 }
 

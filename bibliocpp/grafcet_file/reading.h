@@ -57,10 +57,9 @@ struct reading {
   bool is_word(std::string_view french, std::string_view english) const;
   bool take_word(std::string_view french, std::string_view english);
   // Takes a token of the kind, or tells what was expected and ends the statement.
-  const token& expect(token_kind kind, const char* french, const char* english);
-  [[noreturn]] void expected(const char* french, const char* english);
-  [[noreturn]] void refuse(position where, const char* french, const char* english,
-                           const remarks::words& some = {});
+  const token& expect(token_kind kind, const char* what);
+  [[noreturn]] void expected(const char* what);
+  [[noreturn]] void refuse(position where, std::string sentence);
 
   // What has been written from a token on (see mark()), on one line.
   std::size_t mark() const { return at; }

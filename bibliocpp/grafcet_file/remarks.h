@@ -2,7 +2,7 @@
 // What is told about a text.
 
 #include <string>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "bibliocpp/grafcet_file/chart.h"
@@ -17,13 +17,10 @@ struct remark {
   std::string sentence;
 };
 
-// Sentences are given in both languages; each % in them stands for the next of the words.
 class remarks {
  public:
-  using words = std::vector<std::string>;
-
-  void error(position where, const char* french, const char* english, const words& some = {});
-  void warn(position where, const char* french, const char* english, const words& some = {});
+  void error(position where, std::string sentence) { all.push_back({where, false, std::move(sentence)}); }
+  void warn(position where, std::string sentence) { all.push_back({where, true, std::move(sentence)}); }
 
   bool no_error() const;
   // In the order of the text, none twice.

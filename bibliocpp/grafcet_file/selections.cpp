@@ -186,7 +186,7 @@ class trial {
               (n.what == operation::input ? charts.inputs[index].name : charts.variables[index].name) +
               " = " + std::to_string(value);
     }
-    return text.empty() ? in_language("toujours", "always") : text;
+    return text.empty() ? tr("toujours") : text;
   }
 
   const program& charts;
@@ -215,9 +215,8 @@ void warn_of_selections(const program& charts, remarks& told) {
         active.insert(active.end(), second.from.begin(), second.from.end());
         const std::string when = tries.both_true(first.receptivity, second.receptivity, active);
         if (!when.empty())
-          told.warn(second.where, "peut être franchie en même temps que la transition de la ligne % (%)",
-                    "can be cleared together with the transition of line % (%)",
-                    {std::to_string(first.where.line), when});
+          told.warn(second.where, tr("peut être franchie en même temps que la transition de la ligne {} ({})",
+                                     {std::to_string(first.where.line), when}));
       }
 }
 

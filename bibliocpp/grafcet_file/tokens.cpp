@@ -200,8 +200,8 @@ class reader {
   void read_quoted(char quote, token_kind kind) {
     const std::size_t end = text.find_first_of(std::string{quote, '\n'}, at + 1);
     if (end == std::string_view::npos || text[end] == '\n') {
-      told.error(here, "% sans % qui le ferme sur la même ligne", "% without a closing % on the same line",
-                 {std::string(1, quote), std::string(1, quote)});
+      told.error(here, tr("{} sans {} qui le ferme sur la même ligne",
+                          {std::string(1, quote), std::string(1, quote)}));
       return advance(std::min(end, text.size()) - at);
     }
     token& added = add(kind, end + 1 - at);
@@ -233,31 +233,27 @@ class reader {
       if (behind == name) {
         if (value > greatest / us) too_great = true;
         add(token_kind::duration, length + behind.size()).value = too_great ? 0 : value * us / parts;
-        if (too_great) told.error(where, "durée trop longue", "duration too long");
+        if (too_great) told.error(where, tr("durée trop longue"));
         return;
       }
     token& added = add(token_kind::number, length + behind.size());
     added.value = behind.empty() ? value : 0;
     const std::string written(added.text);
     if (!behind.empty())
-      told.error(where, "ni nombre, ni durée (5s, 500ms, 2min, 1h), ni nom : « % »",
-                 "neither a number, nor a duration (5s, 500ms, 2min, 1h), nor a name: \"%\"", {written});
+      told.error(where, tr("ni nombre, ni durée (5s, 500ms, 2min, 1h), ni nom : « {} »", {written}));
     else if (point)
-      told.error(where, "un nombre est entier ; une durée a une unité : « % »",
-                 "a number is whole; a duration has a unit: \"%\"", {written});
+      told.error(where, tr("un nombre est entier ; une durée a une unité : « {} »", {written}));
     else if (too_great || value > greatest)
-      told.error(where, "nombre trop grand", "number too great");
+      told.error(where, tr("nombre trop grand"));
   }
 
   void refuse_character() {
     const std::size_t length = length_of_character(rest());
     if (length != 0) {
-      told.error(here, "caractère inattendu « % »", "unexpected character \"%\"",
-                 {std::string(rest().substr(0, length))});
+      told.error(here, tr("caractère inattendu « {} »", {std::string(rest().substr(0, length))}));
     } else if (!bad_bytes) {
       bad_bytes = true;
-      told.error(here, "le fichier n'est pas en UTF-8 : enregistrez-le ainsi",
-                 "the file is not UTF-8: save it as such");
+      told.error(here, tr("le fichier n'est pas en UTF-8 : enregistrez-le ainsi"));
     }
     advance(std::max<std::size_t>(length, 1));
   }

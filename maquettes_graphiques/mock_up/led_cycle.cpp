@@ -17,6 +17,7 @@
 #include <string_view>
 #include <vector>
 
+#include "bibliocpp/language.h"
 #include "maquettes_graphiques/mock_up/run_end.h"
 #include "maquettes_graphiques/mock_up/scene_window.h"
 #include "maquettes_graphiques/mock_up/unseen_drawing.h"
@@ -44,7 +45,7 @@ std::optional<leader> from_environment() {
   int length = 0;
   const bool read = std::sscanf(text, "%d,%d%n", &its.in, &its.out, &length) == 2 && text[length] == '\0';
   if (!read || fcntl(its.in, F_SETFD, FD_CLOEXEC) != 0 || fcntl(its.out, F_SETFD, FD_CLOEXEC) != 0) {
-    std::cerr << "MOCK_UP_LED=" << text << ": two open file descriptors are needed, as in 3,4" << std::endl;
+    std::cerr << tr("MOCK_UP_LED={} : il faut deux descripteurs de fichiers ouverts, comme 3,4\n", {text});
     std::exit(1);
   }
   fcntl(its.in, F_SETFL, fcntl(its.in, F_GETFL) | O_NONBLOCK);
@@ -99,9 +100,9 @@ Widget& labelled(Fl_Window& window, std::string_view label) {
   find_all(window, all);
   const auto found = std::find_if(all.begin(), all.end(), [&](Widget* w) { return w->label() == label; });
   if (found != all.end()) return **found;
-  std::string text = "\"" + std::string(label) + "\" is none of:";
-  for (const Widget* w : all) text.append(" \"").append(w->label()).append("\"");
-  throw refusal{text};
+  std::string labels;
+  for (const Widget* w : all) labels.append(" \"").append(w->label()).append("\"");
+  throw refusal{tr("\"{}\" n'est pas parmi :{}", {std::string(label), labels})};
 }
 
 bool is_momentary(const Fl_Button& button) {
@@ -110,7 +111,7 @@ bool is_momentary(const Fl_Button& button) {
 
 // A button does under these two what it does under a mouse; but several can be held at once.
 void hold(leader& its, Fl_Button& button) {
-  if (std::count(its.held.begin(), its.held.end(), &button) != 0) throw refusal{"it is held already"};
+  if (std::count(its.held.begin(), its.held.end(), &button) != 0) throw refusal{tr("il est déjà tenu")};
   its.held.push_back(&button);
   button.value(button.type() == FL_RADIO_BUTTON || !button.value());
   button.set_changed();
@@ -118,7 +119,7 @@ void hold(leader& its, Fl_Button& button) {
 }
 
 void release(leader& its, Fl_Button& button) {
-  if (std::erase(its.held, &button) == 0) throw refusal{"it is not held"};
+  if (std::erase(its.held, &button) == 0) throw refusal{tr("il n'est pas tenu")};
   if (is_momentary(button)) button.value(0);
   if (button.type() == FL_RADIO_BUTTON) button.setonly();
   button.set_changed();
@@ -129,12 +130,13 @@ void release(leader& its, Fl_Button& button) {
 void set(Fl_Window& window, std::string_view words) {
   double wanted = 0;
   const auto [end, error] = std::from_chars(words.begin(), words.end(), wanted);
-  if (error != std::errc{} || end == words.end() || *end != ' ') throw refusal{"set <number> <label>"};
+  if (error != std::errc{} || end == words.end() || *end != ' ')
+    throw refusal{tr("set <nombre> <étiquette>")};
   words.remove_prefix(static_cast<std::size_t>(end - words.begin()) + 1);
   auto& valuator = labelled<Fl_Valuator>(window, words);
   if (!(valuator.clamp(wanted) == wanted))
-    throw refusal{"it goes from " + std::to_string(valuator.minimum()) + " to " +
-                  std::to_string(valuator.maximum())};
+    throw refusal{
+        tr("il va de {} à {}", {std::to_string(valuator.minimum()), std::to_string(valuator.maximum())})};
   if (valuator.value(valuator.round(wanted)) == 0)
     return;  // was there already: a hand would not have moved it
   valuator.set_changed();
@@ -174,7 +176,7 @@ bool obey(leader& its, Fl_Window& window, std::string_view line) {
   else if (line == "quit")
     request_run_end();
   else if (line != "go")
-    throw refusal{"hold, release, set, blind, look, quit or go is wanted, not \"" + std::string(line) + "\""};
+    throw refusal{tr("il faut hold, release, set, blind, look, quit ou go, pas \"{}\"", {std::string(line)})};
   return line == "go" || line == "quit";
 }
 

@@ -18,8 +18,7 @@ namespace {
 }  // namespace
 
 void answer_help(const std::string& usage) {
-  answer(usage + in_language("--help donne cet usage, --version la version.\n",
-                             "--help tells this usage, --version the version.\n"));
+  answer(usage + tr("--help donne cet usage, --version la version.\n"));
 }
 
 void answer_version() { answer(program_invocation_short_name + std::string(" " WAGONS_VERSION "\n")); }

@@ -26,13 +26,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
-void tell(const char* french, const char* english, const std::string& what = "") {
-  std::cerr << std::string("atelier: ") + in_language(french, english) + what + "\n";
-}
+void tell(const std::string& sentence) { std::cerr << "atelier: " + sentence + "\n"; }
 
 std::optional<std::string> find_or_tell(const std::string& name) {
   auto path = find_program(name);
-  if (!path) tell("programme introuvable : ", "program not found: ", name);
+  if (!path) tell(tr("programme introuvable : {}", {name}));
   return path;
 }
 
@@ -152,7 +150,7 @@ int main(int argc, char** argv) {
   const command_line wanted = read_command_line(argc, argv);
   const display screen;
   if (!screen.is_open()) {
-    tell("pas d'écran : DISPLAY n'en nomme aucun qui s'ouvre", "no display: DISPLAY names none that opens");
+    tell(tr("pas d'écran : DISPLAY n'en nomme aucun qui s'ouvre"));
     return 1;
   }
   const auto plant_program = find_or_tell(wanted.plant), watcher = find_or_tell("surveillant");
@@ -161,7 +159,7 @@ int main(int argc, char** argv) {
   adopt_descendants();
   const auto [plant, error] = launch(plant_command(*plant_program, *watcher, wanted.command), SIGTERM);
   if (plant < 0) {
-    tell("ne démarre pas : ", "does not start: ", *plant_program);
+    tell(tr("ne démarre pas : {}", {*plant_program}));
     return 126;
   }
   chart_opener chart(screen);

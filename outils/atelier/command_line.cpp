@@ -19,11 +19,9 @@ constexpr std::array<option, 4> options{{{"maquette", required_argument, nullptr
                                          {}}};
 
 const char* usage() {
-  return in_language(
+  return tr(
       "usage : atelier [--maquette wagons|galerie|CHEMIN] COMMANDE...\n"
-      "Lance la maquette, le contrôleur sous surveillance et le chronogramme, côte à côte.\n",
-      "usage: atelier [--maquette wagons|galerie|PATH] COMMAND...\n"
-      "Starts the plant, the controller under watch and the timing chart, side by side.\n");
+      "Lance la maquette, le contrôleur sous surveillance et le chronogramme, côte à côte.\n");
 }
 
 [[noreturn]] void refuse() {

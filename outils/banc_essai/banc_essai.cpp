@@ -34,16 +34,11 @@ struct options {
 
 [[noreturn]] void tell_usage() {
   answer_help(
-      in_language("usage : banc_essai [--signaux FICHIER] [--pas-a-pas] COMMANDE...\n"
-                  "Joue la maquette, sans maquette : les entrées du contrôleur se posent à la main.\n"
-                  "  --signaux FICHIER  d'autres signaux que ceux de la mine, un par ligne :\n"
-                  "                     entree NOM ou sortie NOM\n"
-                  "  --pas-a-pas        n'annonce les entrées qu'au bouton GO\n",
-                  "usage: banc_essai [--signaux FILE] [--pas-a-pas] COMMAND...\n"
-                  "Plays the plant, without one: the controller's inputs are set by hand.\n"
-                  "  --signaux FILE  other signals than the mine's, one a line:\n"
-                  "                  entree NAME or sortie NAME\n"
-                  "  --pas-a-pas     announces inputs only at the button GO\n"));
+      tr("usage : banc_essai [--signaux FICHIER] [--pas-a-pas] COMMANDE...\n"
+         "Joue la maquette, sans maquette : les entrées du contrôleur se posent à la main.\n"
+         "  --signaux FICHIER  d'autres signaux que ceux de la mine, un par ligne :\n"
+         "                     entree NOM ou sortie NOM\n"
+         "  --pas-a-pas        n'annonce les entrées qu'au bouton GO\n"));
 }
 
 options read_options(int argc, char** argv) {
@@ -63,9 +58,7 @@ options read_options(int argc, char** argv) {
       break;
   }
   if (n == argc || std::string_view(argv[n]).starts_with("--")) {
-    std::cerr << "ERREUR de parametre:\n "
-              << "banc_essai [--signaux FICHIER] [--pas-a-pas] <controleur>\n"
-              << std::endl;
+    std::cerr << tr("ERREUR de parametre:\n banc_essai [--signaux FICHIER] [--pas-a-pas] <controleur>\n\n");
     std::exit(2);
   }
   chosen.command = joined_arguments(argc - n + 1, argv + n - 1);
@@ -92,7 +85,7 @@ int main(int argc, char** argv) {
   IOsharemem_server& area = *share_with_controller(chosen.names.inputs, chosen.names.outputs, chosen.command);
   end_exchange_at_exit(area);
 
-  hand_panel panel("banc d'essai", chosen.names.inputs, "Sorties", chosen.names.outputs);
+  hand_panel panel("banc d'essai", chosen.names.inputs, tr("Sorties"), chosen.names.outputs);
   const auto release = [&area](const std::vector<int>& values) {
     for (std::size_t i = 0; i < values.size(); ++i) area.setreset_input(static_cast<int>(i), values[i]);
     area.inputs_go();

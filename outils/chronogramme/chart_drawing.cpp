@@ -66,7 +66,7 @@ void draw_past(const signal_record& record, const chart_layout& at) {
   const std::int64_t begin = record.forgotten_until_us();
   if (begin <= at.columns.left_us) return;
   const int x = std::max(at.x_of(begin), at.lines_x());
-  if (begin > 0) return hatch(at, at.lines_x(), x, in_language("oublié", "forgotten"));
+  if (begin > 0) return hatch(at, at.lines_x(), x, tr("oublié"));
   fl_rectf(at.lines_x(), at.rows_y(), x - at.lines_x(), at.room(), nothing);
 }
 
@@ -86,7 +86,7 @@ void draw_missed(const signal_record& record, const chart_layout& at) {
     fl_line_style(0);
     fl_polygon(x - 4, at.rows_y() - 9, x + 4, at.rows_y() - 9, x, at.rows_y() - 1);
     const std::string text =
-        std::to_string(count) + in_language(count > 1 ? " manqués" : " manqué", " missed");
+        count > 1 ? tr("{} manqués", {std::to_string(count)}) : tr("{} manqué", {std::to_string(count)});
     const int text_end = x + 12 + static_cast<int>(fl_width(text.c_str()));
     if (gap != gaps.end() && at.x_of(gap->time_us) < text_end) continue;
     fl_color(ink);
@@ -132,8 +132,7 @@ void draw_name(const signal_record& record, const chart_layout& at, const chart_
   if (!row.signal) {
     fl_font(FL_HELVETICA_BOLD, text_size);
     fl_color(shades_of(row.is_output).line);
-    const char* const heading =
-        row.is_output ? in_language("Sorties", "Outputs") : in_language("Entrées", "Inputs");
+    const char* const heading = row.is_output ? tr("Sorties") : tr("Entrées");
     return write(heading, at.x + margin, y, at.names_width, at.row_height, FL_ALIGN_LEFT);
   }
   const auto& changes = record.changes(*row.signal);

@@ -119,9 +119,7 @@ std::string time_text(std::int64_t time_us, int decimals) {
   std::string result = text.data();
   if (decimals > 0) {
     const std::string digits = std::to_string(units % in_second);
-    result.append(in_language(",", "."))
-        .append(static_cast<std::size_t>(decimals) - digits.size(), '0')
-        .append(digits);
+    result.append(tr(",")).append(static_cast<std::size_t>(decimals) - digits.size(), '0').append(digits);
   }
   return result;
 }
@@ -130,7 +128,7 @@ std::string interval_text(std::int64_t us) {
   const std::int64_t ms = (std::llabs(us) + 500) / 1000;
   std::array<char, 64> text{};
   std::snprintf(text.data(), text.size(), "%s%lld%s%03d s", us < 0 ? "-" : "",
-                static_cast<long long>(ms / 1000), in_language(",", "."), static_cast<int>(ms % 1000));
+                static_cast<long long>(ms / 1000), tr(","), static_cast<int>(ms % 1000));
   return text.data();
 }
 

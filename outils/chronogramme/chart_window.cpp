@@ -19,24 +19,32 @@ namespace {
 constexpr double refresh_s = 0.05;
 constexpr int bar_height = 34, gap = 4, button_height = 26, least_width = 680, least_height = 160;
 
-void speak_french() {
-  Fl_File_Chooser::filename_label = "Fichier :";
-  Fl_File_Chooser::show_label = "Afficher :";
-  Fl_File_Chooser::hidden_label = "Fichiers cachés";
-  Fl_File_Chooser::preview_label = "Aperçu";
-  Fl_File_Chooser::favorites_label = "Favoris";
-  fl_cancel = "Annuler";
+// The toolkit's own words, in the boxes that open here.
+void speak_the_language() {
+  using chooser = Fl_File_Chooser;
+  chooser::add_favorites_label = tr("Ajouter aux favoris");
+  chooser::all_files_label = tr("Tous les fichiers (*)");
+  chooser::custom_filter_label = tr("Autre filtre");
+  chooser::favorites_label = tr("Favoris");
+  chooser::filename_label = tr("Fichier :");
+  chooser::filesystems_label = tr("Systèmes de fichiers");
+  chooser::hidden_label = tr("Fichiers cachés");
+  chooser::manage_favorites_label = tr("Gérer les favoris");
+  chooser::new_directory_label = tr("Nouveau dossier ?");
+  chooser::new_directory_tooltip = tr("Créer un dossier.");
+  chooser::preview_label = tr("Aperçu");
+  chooser::show_label = tr("Voir :");
+  fl_cancel = tr("Annuler");
+  fl_close = tr("Fermer");
 }
 
 // The name that the operator gives; empty when he gives up.
 std::string ask_for_file(const std::string& proposed) {
   const std::string ending = std::string("*").append(std::filesystem::path(proposed).extension());
-  const char* const name =
-      fl_file_chooser(in_language("Exporter sous", "Export as"), ending.c_str(), proposed.c_str());
+  const char* const name = fl_file_chooser(tr("Exporter sous"), ending.c_str(), proposed.c_str());
   if (name == nullptr) return "";
   if (std::filesystem::exists(name) &&
-      fl_choice(in_language("%s existe. Le remplacer ?", "%s exists. Replace it?"),
-                in_language("Annuler", "Cancel"), in_language("Remplacer", "Replace"), nullptr, name) != 1)
+      fl_choice(tr("%s existe. Le remplacer ?"), tr("Annuler"), tr("Remplacer"), nullptr, name) != 1)
     return "";
   return name;
 }
@@ -61,12 +69,12 @@ chart_window::chart_window(const window_place& place, const signal_record& a_rec
       files(std::move(files_are_called)),
       refresh(std::move(a_refresh)),
       bar(0, 0, w(), bar_height),
-      follow(gap, gap, 80, button_height, in_language("Suivre", "Follow")),
-      filter(150, gap, 130, button_height, in_language("Filtre", "Filter")),
-      only_changing(290, gap, 180, button_height, in_language("Ce qui change", "Only what changes")),
-      exports(480, gap, 100, button_height, in_language("Exporter", "Export")),
+      follow(gap, gap, 80, button_height, tr("Suivre")),
+      filter(150, gap, 130, button_height, tr("Filtre")),
+      only_changing(290, gap, 180, button_height, tr("Ce qui change")),
+      exports(480, gap, 100, button_height, tr("Exporter")),
       space(580, gap, 10, button_height),
-      quit(w() - 80 - gap, gap, 80, button_height, in_language("Quitter", "Quit")),
+      quit(w() - 80 - gap, gap, 80, button_height, tr("Quitter")),
       canvas(0, bar_height, w(), h() - bar_height, a_record) {
   bar.add(follow);
   bar.add(filter);
@@ -93,7 +101,7 @@ chart_window::chart_window(const window_place& place, const signal_record& a_rec
   quit.callback(call<&chart_window::close>, this);
   callback(call<&chart_window::close>, this);
   canvas.when_operated = [this] { show_operation(); };
-  if (in_french()) speak_french();
+  speak_the_language();
   look_again();
   Fl::add_timeout(refresh_s, tick, this);
 }

@@ -28,7 +28,7 @@ std::string name_of(pid_t pid) {
 area_view newest_of_running() {
   for (const area_entry& area : areas())
     if (creator_runs(area)) return area_view(area.ident);
-  throw area_error(in_language("aucune maquette n'est en marche", "no plant is running"));
+  throw area_error(tr("aucune maquette n'est en marche"));
 }
 
 area_view area_asked_for(const command_line& wanted) {
@@ -36,9 +36,7 @@ area_view area_asked_for(const command_line& wanted) {
   if (!wanted.plant) return newest_of_running();
   const int ident = area_of(*wanted.plant);
   if (ident < 0)
-    throw area_error(
-        in_language("aucune zone n'a été créée par le processus ", "no area was made by process ") +
-        std::to_string(*wanted.plant));
+    throw area_error(tr("aucune zone n'a été créée par le processus {}", {std::to_string(*wanted.plant)}));
   return area_view(ident);
 }
 

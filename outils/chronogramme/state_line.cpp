@@ -10,18 +10,18 @@ namespace {
 const char* word_for(plant_state state) {
   switch (state) {
     case plant_state::suspended:
-      return in_language("suspendue", "suspended");
+      return tr("suspendue");
     case plant_state::over:
-      return in_language("terminée", "over");
+      return tr("terminée");
     case plant_state::killed:
-      return in_language("tuée", "killed");
+      return tr("tuée");
     default:
-      return in_language("en marche", "running");
+      return tr("en marche");
   }
 }
 
 std::string with_tenth(std::int64_t tenths) {
-  return std::to_string(tenths / 10) + in_language(",", ".") + std::to_string(tenths % 10);
+  return std::to_string(tenths / 10) + tr(",") + std::to_string(tenths % 10);
 }
 
 std::string ms_text(std::int64_t us) { return with_tenth((us + 50) / 100) + " ms"; }
@@ -40,19 +40,16 @@ std::string plant_line(const std::string& plant, const plant_figures& figures, s
   const std::string answered = std::to_string(figures.answers) + " / " + std::to_string(figures.batches);
   std::string line = plant + apart + word_for(figures.state) + apart +
                      with_tenth(std::llround(figures.cycles_a_second * 10)) + " cycles/s";
-  if (missed > 0)
-    line += apart + std::to_string(missed) + in_language(" lot(s) manqué(s)", " batch(es) missed");
-  line += apart + std::string(in_language("réponses ", "answers ")) + answered;
-  if (figures.median_us >= 0)
-    line += in_language(" : médiane ", ": median ") + ms_text(figures.median_us) +
-            in_language(", au plus ", ", longest ") + ms_text(figures.longest_us);
-  return line;
+  if (missed > 0) line += apart + tr("{} lot(s) manqué(s)", {std::to_string(missed)});
+  return line + apart +
+         (figures.median_us < 0 ? tr("réponses {}", {answered})
+                                : tr("réponses {} : médiane {}, au plus {}",
+                                     {answered, ms_text(figures.median_us), ms_text(figures.longest_us)}));
 }
 
 std::string file_line(const std::string& file, const signal_record& record) {
-  return file + apart + std::to_string(record.signals().size()) + in_language(" signaux", " signals") +
-         apart + std::to_string(record.size()) + in_language(" changements", " changes") + apart +
-         time_text(record.end_us(), 1);
+  return file + apart + tr("{} signaux", {std::to_string(record.signals().size())}) + apart +
+         tr("{} changements", {std::to_string(record.size())}) + apart + time_text(record.end_us(), 1);
 }
 
 std::string cursor_line(const chart_view& view) {

@@ -8,6 +8,7 @@
 #include "bibliocpp/IOshare.h"
 #include "bibliocpp/automemlink.h"
 #include "bibliocpp/drop_then_set.h"
+#include "bibliocpp/language.h"
 #include "maquettes_graphiques/mock_up/run_end.h"
 #include "outils/hand_panel/hand_panel.h"
 
@@ -18,7 +19,7 @@ int main(int argc, char** argv) {
   const list_String actuators = area.output_names();
   const std::vector<String> names(actuators.begin(), actuators.end());
 
-  hand_panel panel("commande manuelle", actuators, "Entrees", sensors);
+  hand_panel panel("commande manuelle", actuators, tr("Entrees"), sensors);
   const auto release = [&](const std::vector<int>& values) {
     drop_then_set(values, [&](std::size_t k, int level) { area.setreset_output(names[k], level); });
     area.outputs_refresh();

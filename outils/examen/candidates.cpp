@@ -9,7 +9,7 @@
 #include <fstream>
 #include <map>
 
-#include "outils/examen/phrase.h"
+#include "bibliocpp/language.h"
 
 namespace fs = std::filesystem;
 
@@ -26,8 +26,7 @@ std::vector<std::string> words_in(const std::string& command) {
   if (wordexp(command.c_str(), &found, WRDE_NOCMD) == 0)
     words.assign(found.we_wordv, found.we_wordv + found.we_wordc);
   wordfree(&found);
-  if (words.empty())
-    throw candidate_error(phrase("ce n'est pas une commande : {}", "this is no command: {}", {command}));
+  if (words.empty()) throw candidate_error(tr("ce n'est pas une commande : {}", {command}));
   return words;
 }
 
@@ -67,10 +66,6 @@ std::string trimmed(const std::string& text) {
   return from == std::string::npos ? "" : text.substr(from, text.find_last_not_of(blanks) - from + 1);
 }
 
-[[noreturn]] void refuse(const char* french, const char* english, const std::string& path, int error) {
-  throw candidate_error(phrase(french, english, {path, std::strerror(error)}));
-}
-
 }  // namespace
 
 candidate candidate_of(const std::string& command) { return candidate_from(command, fs::current_path()); }
@@ -81,8 +76,7 @@ std::vector<candidate> candidates_in(const std::string& folder) {
   for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error))
     if (!at->path().filename().string().starts_with("."))
       paths.push_back(fs::absolute(at->path()).lexically_normal());
-  if (error)
-    refuse("dossier illisible : {} : {}", "the folder cannot be read: {}: {}", folder, error.value());
+  if (error) throw candidate_error(tr("dossier illisible : {} : {}", {folder, std::strerror(error.value())}));
   std::sort(paths.begin(), paths.end());
   std::vector<candidate> all;
   for (const fs::path& path : paths)
@@ -96,7 +90,7 @@ std::vector<candidate> candidates_in(const std::string& folder) {
 std::vector<candidate> candidates_on(const std::string& list) {
   std::ifstream file(list);
   if (!file || fs::is_directory(list))
-    refuse("liste illisible : {} : {}", "the list cannot be read: {}: {}", list, file ? EISDIR : errno);
+    throw candidate_error(tr("liste illisible : {} : {}", {list, std::strerror(file ? EISDIR : errno)}));
   const fs::path base = fs::absolute(list).parent_path();
   std::vector<candidate> all;
   int number = 0;
@@ -110,8 +104,8 @@ std::vector<candidate> candidates_on(const std::string& list) {
     const std::string name = trimmed(line.substr(0, end));
     const std::string command = end == std::string::npos ? "" : trimmed(line.substr(end + 1));
     try {
-      candidate one = command.empty() ? candidate{name, {}, phrase("une commande", "a command")}
-                                      : candidate_from(command, base);
+      candidate one =
+          command.empty() ? candidate{name, {}, tr("une commande")} : candidate_from(command, base);
       one.name = name;
       all.push_back(std::move(one));
     } catch (const candidate_error& why) {

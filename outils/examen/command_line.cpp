@@ -10,12 +10,11 @@
 
 #include "bibliocpp/language.h"
 #include "bibliocpp/nearest_name.h"
-#include "outils/examen/phrase.h"
 
 namespace {
 
-constexpr const char *usage_french =
-                         R"(usage : examen [options] CONTRÔLEUR...
+const char* usage() {
+  return tr(R"(usage : examen [options] CONTRÔLEUR...
         examen [options] --dossier DOSSIER | --liste FICHIER
 Juge des contrôleurs sur une maquette, sans écran et sans opérateur.
   --maquette NOM     wagons, galerie, ou le chemin d'une maquette ; sinon celle du scénario
@@ -34,31 +33,11 @@ Juge des contrôleurs sur une maquette, sans écran et sans opérateur.
                      un opérateur au hasard, jusqu'au premier moment que fixe le scénario
 Code de sortie : 0 tous réussis, 1 sinon, 2 si l'un n'a pu être jugé.
 --help donne cet usage, --version la version.
-)",
-                     *usage_english =
-                         R"(usage: examen [options] CONTROLLER...
-       examen [options] --dossier FOLDER | --liste FILE
-Judges controllers on a plant, without a screen and without an operator.
-  --maquette NAME    wagons, galerie, or the path of a plant; by default the scenario's
-  --scenario FILE    what is done and expected; by default the one that comes with the plant
-  --dossier FOLDER   every controller in that folder
-  --liste FILE       a class list: a name and a command a line
-  -j N               so many controllers at once
-  --junit FILE       the verdicts for a pipeline
-  --rapport FOLDER   a report, and for each controller picture, signals and a PDF page
-  --temps-reel       at the plant's own pace instead of as fast as can be
-  --acceleration N   how many times faster the controllers' pauses pass
-  --patience MS      for each answer, at most
-  --duree-max S      seconds for each controller, at most
-  --memoire MIB      memory of each controller, at most
-  --operateur-au-hasard SEED
-                     an operator at random, until the first moment that the scenario fixes
-Exit status: 0 all have passed, 1 otherwise, 2 when one could not be judged.
---help tells this usage, --version the version.
-)";
+)");
+}
 
 [[noreturn]] void refuse(const std::string& what) {
-  throw std::runtime_error(what + phrase(" ; voir « examen --help »", "; see \"examen --help\""));
+  throw std::runtime_error(tr("{} ; voir « examen --help »", {what}));
 }
 
 struct number_option {
@@ -89,18 +68,17 @@ int number(const number_option& wanted, const std::string& text) {
   const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error != std::errc{} || rest != text.data() + text.size() || value < wanted.least ||
       value > wanted.most)
-    refuse(phrase("-{} demande un nombre entier de {} à {}, pas « {} »",
-                  "-{} needs a whole number from {} to {}, not \"{}\"",
-                  {(wanted.name[1] == 0 ? "" : "-") + std::string(wanted.name), std::to_string(wanted.least),
-                   std::to_string(wanted.most), text}));
+    refuse(tr("-{} demande un nombre entier de {} à {}, pas « {} »",
+              {(wanted.name[1] == 0 ? "" : "-") + std::string(wanted.name), std::to_string(wanted.least),
+               std::to_string(wanted.most), text}));
   return value;
 }
 
 [[noreturn]] void refuse_unknown(const std::string& word, std::span<const option> options) {
   std::vector<std::string> names;
   for (const option& one : options.first(options.size() - 1)) names.push_back(std::string("--") + one.name);
-  refuse(phrase("option inconnue : {} ; la plus proche est {}", "there is no option {}; the nearest is {}",
-                {word, names[static_cast<std::size_t>(nearest_name(word, names))]}));
+  refuse(tr("option inconnue : {} ; la plus proche est {}",
+            {word, names[static_cast<std::size_t>(nearest_name(word, names))]}));
 }
 
 // Above every character, and above the 1 that getopt_long() returns for what is no option.
@@ -158,21 +136,20 @@ command_line read_command_line(int argc, char** argv) {
           wanted.real_time = true;
           break;
         case help:
-          wanted.answer = in_language(usage_french, usage_english);
+          wanted.answer = usage();
           return wanted;
         case version:
           wanted.answer = "examen " VERSION "\n";
           return wanted;
         case ':':
-          refuse(phrase("il manque la valeur de {}", "there is no value after {}", {argv[at]}));
+          refuse(tr("il manque la valeur de {}", {argv[at]}));
         default:
           refuse_unknown(argv[at], options);
       }
     }
   }
   for (; optind < argc; ++optind) take({candidate_of(argv[optind])});
-  if (wanted.candidates.empty())
-    refuse(phrase("il n'y a aucun contrôleur à juger", "there is no controller to judge"));
+  if (wanted.candidates.empty()) refuse(tr("il n'y a aucun contrôleur à juger"));
   make_names_unique(wanted.candidates);
   return wanted;
 }

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 
+#include "bibliocpp/language.h"
 #include "bibliocpp/nearest_name.h"
-#include "outils/examen/phrase.h"
+#include "outils/examen/number_text.h"
 
 namespace {
 
@@ -23,14 +24,13 @@ std::string one_line(const std::string& text) {
 std::string what_is_done(const operator_action& action) {
   switch (action.what) {
     case kind::press:
-      return phrase("l'opérateur appuie sur {}", "the operator presses {}", {action.label});
+      return tr("l'opérateur appuie sur {}", {action.label});
     case kind::hold:
-      return phrase("l'opérateur tient {}", "the operator holds {}", {action.label});
+      return tr("l'opérateur tient {}", {action.label});
     case kind::release:
-      return phrase("l'opérateur lâche {}", "the operator releases {}", {action.label});
+      return tr("l'opérateur lâche {}", {action.label});
     default:
-      return phrase("l'opérateur règle {} à {}", "the operator sets {} to {}",
-                    {action.label, in_short(action.value)});
+      return tr("l'opérateur règle {} à {}", {action.label, in_short(action.value)});
   }
 }
 
@@ -88,9 +88,8 @@ course::signal course::find(const named_signal& wanted, mistakes& wrong) const {
   std::vector<std::string> all = input_names;
   all.insert(all.end(), output_names.begin(), output_names.end());
   const std::ptrdiff_t nearest = nearest_name(wanted.name, all);
-  wrong.add(wanted.line, phrase("aucun signal ne s'appelle « {} » ; le plus proche est « {} »",
-                                "no signal is named \"{}\"; the nearest is \"{}\"",
-                                {wanted.name, all.empty() ? "-" : all[static_cast<std::size_t>(nearest)]}));
+  wrong.add(wanted.line, tr("aucun signal ne s'appelle « {} » ; le plus proche est « {} »",
+                            {wanted.name, all.empty() ? "-" : all[static_cast<std::size_t>(nearest)]}));
   return {};
 }
 
@@ -140,8 +139,7 @@ void course::check(std::int64_t cycle) {
   for (std::size_t i = 0; i < deliveries.size(); ++i) {
     edge_count& each = deliveries[i];
     if (rises(each.counted))
-      note(cycle, phrase("{} passe à 1 ({})", "{} becomes 1 ({})",
-                         {name(each.counted), std::to_string(++each.so_far)}));
+      note(cycle, tr("{} passe à 1 ({})", {name(each.counted), std::to_string(++each.so_far)}));
     if (cycle == asked.deliveries[i].before) check_deliveries(i, cycle);
   }
   for (watch& w : rests)
@@ -151,37 +149,32 @@ void course::check(std::int64_t cycle) {
   for (const auto& [one, other] : nevers) {
     if (value(one) != 1 || (other && value(*other) != 1)) continue;
     if (other)
-      miss(cycle, phrase("{} est à 1 en même temps que {}", "{} is 1 at the same time as {}",
-                         {name(one), name(*other)}));
+      miss(cycle, tr("{} est à 1 en même temps que {}", {name(one), name(*other)}));
     else
-      miss(cycle, phrase("{} est à 1", "{} is 1", {name(one)}));
+      miss(cycle, tr("{} est à 1", {name(one)}));
   }
 }
 
 void course::check_deliveries(std::size_t i, std::int64_t cycle) {
   const expected_edges& wanted = asked.deliveries[i];
   if (deliveries[i].so_far < wanted.at_least)
-    miss(cycle, phrase("{} est passé à 1 {} fois au lieu de {} en {}",
-                       "{} has become 1 {} times instead of {} in {}",
-                       {wanted.signal.name, std::to_string(deliveries[i].so_far),
-                        std::to_string(wanted.at_least), in_seconds(wanted.before)}));
+    miss(cycle, tr("{} est passé à 1 {} fois au lieu de {} en {}",
+                   {wanted.signal.name, std::to_string(deliveries[i].so_far), std::to_string(wanted.at_least),
+                    in_seconds(wanted.before)}));
 }
 
 void course::check_values(const watch& w, std::int32_t expected, std::int64_t cycle) {
   for (const signal s : w.looked_at)
     if (value(s) != expected)
-      miss(cycle,
-           phrase("{} n'est pas à {}, {} après {}", "{} is not {}, {} after {}",
-                  {name(s), std::to_string(expected), in_seconds(cycle - w.due + w.delay), name(w.begin)}));
+      miss(cycle, tr("{} n'est pas à {}, {} après {}", {name(s), std::to_string(expected),
+                                                        in_seconds(cycle - w.due + w.delay), name(w.begin)}));
 }
 
 void course::tell_forcings(std::int64_t cycle) {
   for (const forcing& one : asked.forced) {
     if (cycle == std::max<std::int64_t>(one.from, 1))
-      note(cycle,
-           phrase("{} est forcé à {}", "{} is forced to {}", {one.signal.name, std::to_string(one.value)}));
-    if (cycle == one.until)
-      note(cycle, phrase("{} n'est plus forcé", "{} is no longer forced", {one.signal.name}));
+      note(cycle, tr("{} est forcé à {}", {one.signal.name, std::to_string(one.value)}));
+    if (cycle == one.until) note(cycle, tr("{} n'est plus forcé", {one.signal.name}));
   }
 }
 
@@ -216,10 +209,9 @@ bool course::its_moment_has_come(std::int64_t cycle) {
     if (action.times == 0 ? is_so : times >= action.times)
       moment = cycle + action.after;
     else if (action.limit >= 0 && cycle - since >= action.limit)
-      miss(cycle, phrase("{} n'est pas passé à {} en {} ; l'opérateur l'attendait (ligne {})",
-                         "{} has not become {} in {}; the operator was waiting for it (line {})",
-                         {action.on->name, std::to_string(action.on_value), in_seconds(action.limit),
-                          std::to_string(action.line)}));
+      miss(cycle, tr("{} n'est pas passé à {} en {} ; l'opérateur l'attendait (ligne {})",
+                     {action.on->name, std::to_string(action.on_value), in_seconds(action.limit),
+                      std::to_string(action.line)}));
   }
   return moment >= 0 && cycle >= moment;
 }
@@ -239,8 +231,7 @@ void course::refused(std::int64_t cycle, const std::string& line, const std::str
                                  [&](const auto& a) { return line.ends_with(" " + a.label); });
   const int at = sent == asked.actions.end() ? 1 : sent->line;
   found = {finding::kind::not_judged,
-           asked.file + ":" + std::to_string(at) + ": " +
-               phrase("la maquette refuse « {} » : {}", "the plant refuses \"{}\": {}", {line, text}),
+           asked.file + ":" + std::to_string(at) + ": " + tr("la maquette refuse « {} » : {}", {line, text}),
            cycle};
   ended = true;
 }
@@ -261,21 +252,18 @@ finding course::end(std::int64_t cycle) {
   for (const std::vector<watch>* const all : {&rests, &stops})
     for (const watch& w : *all)
       if (!w.examined)
-        miss(cycle, phrase("la fin est venue avant {} après {}", "the end has come before {} after {}",
-                           {in_seconds(w.delay), name(w.begin)}));
+        miss(cycle, tr("la fin est venue avant {} après {}", {in_seconds(w.delay), name(w.begin)}));
   if (!asked.fault.empty() && plant_fault.empty())
-    miss(cycle, phrase("le défaut attendu n'est pas venu : {}", "the expected fault has not come: {}",
-                       {asked.fault}));
+    miss(cycle, tr("le défaut attendu n'est pas venu : {}", {asked.fault}));
   if (next < asked.actions.size() && plant_fault.empty())
-    miss(cycle, phrase("l'opérateur attendait encore (ligne {})", "the operator was still waiting (line {})",
-                       {std::to_string(asked.actions[next].line)}));
+    miss(cycle, tr("l'opérateur attendait encore (ligne {})", {std::to_string(asked.actions[next].line)}));
   return found.value_or(finding{finding::kind::passed, what_was_good(), cycle});
 }
 
 std::string course::what_was_good() const {
   std::string text = plant_fault;
   for (const edge_count& each : deliveries)
-    text += (text.empty() ? "" : " ; ") +
-            phrase("{} : {} fois", "{}: {} times", {name(each.counted), std::to_string(each.so_far)});
+    text +=
+        (text.empty() ? "" : " ; ") + tr("{} : {} fois", {name(each.counted), std::to_string(each.so_far)});
   return text;
 }

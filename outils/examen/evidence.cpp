@@ -5,8 +5,9 @@
 #include <filesystem>
 #include <fstream>
 
+#include "bibliocpp/language.h"
 #include "outils/examen/harmless.h"
-#include "outils/examen/phrase.h"
+#include "outils/examen/number_text.h"
 #include "outils/examen/scenario.h"
 
 namespace {
@@ -18,7 +19,7 @@ constexpr std::streamoff most_read = 64 * 1024;
 std::vector<std::string> happened(const verdict& v, std::size_t most) {
   std::vector<std::string> lines;
   const std::size_t first = v.events.size() - std::min<std::size_t>(v.events.size(), most);
-  if (first > 0) lines.push_back(phrase("... ({} avant)", "... ({} before)", {std::to_string(first)}));
+  if (first > 0) lines.push_back(tr("... ({} avant)", {std::to_string(first)}));
   for (std::size_t i = first; i < v.events.size(); ++i) {
     const std::string time = with_decimals(seconds_of(v.events[i].cycle), 3);
     lines.push_back(std::string(10 - std::min<std::size_t>(10, time.size()), ' ') + time + " s  " +

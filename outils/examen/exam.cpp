@@ -15,6 +15,7 @@
 #include <optional>
 #include <thread>
 
+#include "bibliocpp/language.h"
 #include "bibliocpp/signal_files.h"
 #include "outils/child_processes/descendants.h"
 #include "outils/child_processes/programs.h"
@@ -23,7 +24,6 @@
 #include "outils/examen/guarded_controller.h"
 #include "outils/examen/lock_step.h"
 #include "outils/examen/operator_at_random.h"
-#include "outils/examen/phrase.h"
 #include "outils/examen/recording.h"
 #include "outils/examen/relay.h"
 #include "outils/examen/sandbox.h"
@@ -113,9 +113,8 @@ class exam {
     const auto deadline = clock_type::now() + patience;
     for (;;) {
       if (auto line = plant->next(patience)) return *line;
-      if (end_asked != 0) throw no_verdict{phrase("interrompu", "interrupted")};
-      if (clock_type::now() > deadline)
-        throw no_verdict{phrase("la maquette ne répond plus", "the plant no longer answers")};
+      if (end_asked != 0) throw no_verdict{tr("interrompu")};
+      if (clock_type::now() > deadline) throw no_verdict{tr("la maquette ne répond plus")};
     }
   }
 
@@ -129,15 +128,19 @@ class exam {
       case kind::error:
         return refuse(line.text);
       case kind::pause:
-        if (!between) throw no_verdict{phrase("la maquette n'a pas de zone", "the plant has no area")};
+        if (!between) throw no_verdict{tr("la maquette n'a pas de zone")};
         cycle = v.cycles = line.number;
         return step();
       case kind::other:
-        throw no_verdict{phrase("la maquette dit « {} »", "the plant says \"{}\"", {line.text})};
+        throw no_verdict{tr("la maquette dit « {} »", {line.text})};
       default:
-        throw no_verdict{phrase("la maquette s'est terminée", "the plant has ended") +
-                         (log.last_line().empty() ? "" : phrase(" : ", ": ") + log.last_line())};
+        throw no_verdict{with_last_line(tr("la maquette s'est terminée"))};
     }
+  }
+
+  // Of what has been written to the standard error stream.
+  std::string with_last_line(const char* reason) const {
+    return log.last_line().empty() ? reason : tr("{} : {}", {reason, log.last_line()});
   }
 
   // The plant has its area: now the controller can have its own, and begin.
@@ -162,11 +165,9 @@ class exam {
   int acceleration() {
     if (order.real_time || order.acceleration == 1) return 1;
     if (!can_be_accelerated())
-      v.remarks.push_back(phrase("libfaketime manque : ses pauses ne sont pas accélérées",
-                                 "no libfaketime: its pauses are not sped up"));
+      v.remarks.push_back(tr("libfaketime manque : ses pauses ne sont pas accélérées"));
     else if (is_statically_linked(find_program(order.command[0]).value_or("")))
-      v.remarks.push_back(phrase("lié statiquement : ses pauses ne sont pas accélérées",
-                                 "statically linked: its pauses are not sped up"));
+      v.remarks.push_back(tr("lié statiquement : ses pauses ne sont pas accélérées"));
     return can_be_accelerated() ? order.acceleration : 1;
   }
 
@@ -179,7 +180,7 @@ class exam {
   }
 
   void step() {
-    if (end_asked != 0) throw no_verdict{phrase("interrompu", "interrupted")};
+    if (end_asked != 0) throw no_verdict{tr("interrompu")};
     between->read_inputs(inputs);
     seen = inputs;
     its->force_inputs(cycle, seen);
@@ -247,8 +248,7 @@ class exam {
     has_answered = true;
     between->read_outputs(outputs);
     if (!time_is_up()) return true;
-    settle(outcome::too_slow, 0,
-           phrase("{} s sont passées", "{} s have passed", {std::to_string(order.most_seconds)}));
+    settle(outcome::too_slow, 0, tr("{} s sont passées", {std::to_string(order.most_seconds)}));
     return false;
   }
 
@@ -280,15 +280,12 @@ class exam {
   }
 
   void tell_silence() {
-    settle(outcome::silent, 0,
-           between->attached()
-               ? ""
-               : phrase("il ne s'est pas attaché à la zone", "it has not attached to the area"));
+    settle(outcome::silent, 0, between->attached() ? "" : tr("il ne s'est pas attaché à la zone"));
   }
 
   void tell_end() {
     using kind = controller_state::kind;
-    if (end_asked != 0) throw no_verdict{phrase("interrompu", "interrupted")};
+    if (end_asked != 0) throw no_verdict{tr("interrompu")};
     const auto [what, number] = controller->look();
     const std::string n = std::to_string(number);
     switch (what) {
@@ -299,18 +296,13 @@ class exam {
       case kind::killed:
         return settle(outcome::crashed, number, "");
       case kind::too_much_memory:
-        return settle(
-            outcome::failed, 0,
-            phrase("{} Mio de mémoire, plus que permis", "{} MiB of memory, more than allowed", {n}));
+        return settle(outcome::failed, 0, tr("{} Mio de mémoire, plus que permis", {n}));
       case kind::too_many_processes:
-        return settle(outcome::failed, 0,
-                      phrase("{} processus, plus que permis", "{} processes, more than allowed", {n}));
+        return settle(outcome::failed, 0, tr("{} processus, plus que permis", {n}));
       case kind::runs:
-        return settle(outcome::too_slow, 0,
-                      phrase("{} s sont passées", "{} s have passed", {std::to_string(order.most_seconds)}));
+        return settle(outcome::too_slow, 0, tr("{} s sont passées", {std::to_string(order.most_seconds)}));
       default:
-        throw no_verdict{phrase("le contrôleur n'a pu être lancé", "the controller could not be started") +
-                         (log.last_line().empty() ? "" : phrase(" : ", ": ") + log.last_line())};
+        throw no_verdict{with_last_line(tr("le contrôleur n'a pu être lancé"))};
     }
   }
 
@@ -324,9 +316,7 @@ class exam {
     const bool there = program.find('/') != std::string::npos && access(program.c_str(), F_OK) == 0;
     if (error != ENOENT) return settle(outcome::not_executable, error, "");
     if (!there) return settle(outcome::not_found, 0, program);
-    settle(outcome::not_executable, 0,
-           phrase("l'interpréteur que nomme sa première ligne est introuvable",
-                  "the interpreter that its first line names is not found"));
+    settle(outcome::not_executable, 0, tr("l'interpréteur que nomme sa première ligne est introuvable"));
   }
 
   // A plant that cannot draw its scene anew, and refuses to leave it undrawn, has drawn it.

@@ -13,7 +13,6 @@
 #include "outils/examen/exams.h"
 #include "outils/examen/guardian.h"
 #include "outils/examen/junit.h"
-#include "outils/examen/phrase.h"
 #include "outils/examen/report.h"
 #include "outils/examen/sandbox.h"
 #include "outils/examen/scenario.h"
@@ -32,7 +31,7 @@ std::string full_path(const std::string& path) {
 
 std::string plant_program(const std::string& plant) {
   const auto found = find_program(plant);
-  if (!found) throw mistake(phrase("maquette introuvable : {}", "plant not found: {}", {plant}));
+  if (!found) throw mistake(tr("maquette introuvable : {}", {plant}));
   return full_path(*found);
 }
 
@@ -83,8 +82,7 @@ scenario scenario_for(command_line& wanted) {
   const std::string meant = asked.plant.empty() ? "wagons" : asked.plant;
   if (wanted.plant.empty()) wanted.plant = meant;
   if (!asked.plant.empty() && fs::path(wanted.plant).filename() != fs::path(meant).filename())
-    throw mistake(phrase("{} est pour {}, pas pour {}", "{} is meant for {}, not for {}",
-                         {asked.file, meant, wanted.plant}));
+    throw mistake(tr("{} est pour {}, pas pour {}", {asked.file, meant, wanted.plant}));
   return asked;
 }
 
@@ -92,8 +90,7 @@ int judge(command_line wanted, const std::string& self) {
   const scenario asked = scenario_for(wanted);
   const std::vector<std::string> needed = needed_paths(wanted, self);
   const bool boxed = sandbox(needed).works(self);
-  const std::string unprotected = phrase("sans protection : bwrap ne fonctionne pas sur cette machine",
-                                         "unprotected: bwrap does not work on this machine");
+  const std::string unprotected = tr("sans protection : bwrap ne fonctionne pas sur cette machine");
   if (!boxed) std::cerr << "examen: " + unprotected + "\n";
   std::vector<exam_order> orders;
   for (std::size_t n = 0; n < wanted.candidates.size(); ++n) {
@@ -112,8 +109,7 @@ int judge(command_line wanted, const std::string& self) {
   if (!wanted.junit.empty()) {
     std::ofstream file(wanted.junit);
     write_junit(file, asked.title, wanted.plant, verdicts);
-    if (!file.flush())
-      throw mistake(phrase("{} : l'écriture échoue", "{}: cannot be written", {wanted.junit}));
+    if (!file.flush()) throw mistake(tr("{} : l'écriture échoue", {wanted.junit}));
   }
   return exit_status(verdicts);
 }

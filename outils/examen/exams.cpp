@@ -14,10 +14,10 @@
 #include <cstring>
 #include <list>
 
+#include "bibliocpp/language.h"
 #include "outils/child_processes/descendants.h"
 #include "outils/child_processes/launch.h"
 #include "outils/child_processes/signal_inbox.h"
-#include "outils/examen/phrase.h"
 #include "outils/examen/sandbox.h"
 #include "outils/examen/verdict_lines.h"
 
@@ -71,7 +71,7 @@ class examination {
       verdict v;
       v.candidate = order.name;
       v.evidence = order.evidence;
-      v.sentence = phrase("interrompu", "interrupted");
+      v.sentence = tr("interrompu");
       verdicts.push_back(v);
     }
   }
@@ -146,8 +146,7 @@ class examination {
 
   void take_verdict(const running_exam& one, int status) {
     if (!from_lines(one.said, verdicts[one.number]))
-      return conclude(one.number, phrase("l'examen lui-même s'est arrêté ({})",
-                                         "the exam itself has ended ({})", {std::to_string(status)}));
+      return conclude(one.number, tr("l'examen lui-même s'est arrêté ({})", {std::to_string(status)}));
     tell(verdicts[one.number]);
   }
 

@@ -4,7 +4,7 @@
 
 #include "outils/examen/evidence.h"
 #include "outils/examen/harmless.h"
-#include "outils/examen/phrase.h"
+#include "outils/examen/number_text.h"
 
 namespace {
 

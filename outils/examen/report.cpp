@@ -9,11 +9,12 @@
 #include <sstream>
 
 #include "bibliocpp/formspp/viewer_print.h"
+#include "bibliocpp/language.h"
 #include "bibliocpp/signal_files.h"
 #include "outils/examen/evidence.h"
 #include "outils/examen/harmless.h"
+#include "outils/examen/number_text.h"
 #include "outils/examen/page_text.h"
-#include "outils/examen/phrase.h"
 #include "outils/examen/signal_chart.h"
 
 namespace fs = std::filesystem;
@@ -26,8 +27,7 @@ void write_file(const fs::path& path, const std::string& contents) {
   errno = 0;
   std::ofstream file(path, std::ios::binary);
   if (!(file << contents) || !file.flush())
-    throw report_error(phrase("{} ne s'écrit pas : {}", "{} cannot be written: {}",
-                              {path, std::strerror(errno != 0 ? errno : EIO)}));
+    throw report_error(tr("{} ne s'écrit pas : {}", {path, std::strerror(errno != 0 ? errno : EIO)}));
 }
 
 void add_head(std::vector<std::string>& page, const std::string& title, const verdict& v) {
@@ -39,9 +39,8 @@ void add_head(std::vector<std::string>& page, const std::string& title, const ve
   add_wrapped(page, sentence_of(v));
   page.emplace_back("#T");
   add_wrapped(page,
-              phrase("Durée : {} de la maquette, {} s en réalité. Lots d'entrées sans réponse : {}.",
-                     "Length: {} of the plant, {} s in reality. Batches of inputs unanswered: {}.",
-                     {in_seconds(v.cycles), with_decimals(v.wall_seconds, 2), std::to_string(v.unanswered)}));
+              tr("Durée : {} de la maquette, {} s en réalité. Lots d'entrées sans réponse : {}.",
+                 {in_seconds(v.cycles), with_decimals(v.wall_seconds, 2), std::to_string(v.unanswered)}));
   for (const std::string& remark : v.remarks) add_wrapped(page, harmless(remark));
 }
 
@@ -56,7 +55,7 @@ void add_section(std::vector<std::string>& page, const std::string& name,
 void add_chart(std::vector<std::string>& page, const verdict& v, medium shown_in) {
   try {
     const signal_record record = read_vcd(fs::path(v.evidence) / evidence_files::signals);
-    add_section(page, phrase("Les signaux à la fin", "The signals at the end"), {" "});
+    add_section(page, tr("Les signaux à la fin"), {" "});
     for (const std::string& line : signal_chart(record, chart_seconds, shown_in)) page.push_back(line);
   } catch (const signal_file_error&) {
     // The run came to an end before there were signals.
@@ -66,10 +65,9 @@ void add_chart(std::vector<std::string>& page, const verdict& v, medium shown_in
 std::vector<std::string> page_of(const std::string& title, const verdict& v, medium shown_in) {
   std::vector<std::string> page;
   add_head(page, title, v);
-  add_section(page, phrase("Ce qui est arrivé", "What happened"), happened(v));
+  add_section(page, tr("Ce qui est arrivé"), happened(v));
   add_chart(page, v, shown_in);
-  add_section(page, phrase("Son erreur standard, à la fin", "Its standard error, at the end"),
-              last_errors(v));
+  add_section(page, tr("Son erreur standard, à la fin"), last_errors(v));
   page.emplace_back("#T");
   return page;
 }
@@ -86,10 +84,10 @@ void write_page(const std::string& title, const verdict& v) {
 
 std::string links_of(const verdict& v) {
   const std::array<std::pair<const char*, std::string>, 4> files{
-      {{evidence_files::pdf, phrase("page", "page")},
-       {evidence_files::signals, phrase("signaux", "signals")},
-       {evidence_files::errors, phrase("erreur standard", "standard error")},
-       {evidence_files::picture, phrase("image", "picture")}}};
+      {{evidence_files::pdf, tr("page")},
+       {evidence_files::signals, tr("signaux")},
+       {evidence_files::errors, tr("erreur standard")},
+       {evidence_files::picture, tr("image")}}};
   std::string links;
   const std::string folder = fs::path(v.evidence).filename();
   for (const auto& [file, name] : files)

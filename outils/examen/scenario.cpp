@@ -5,8 +5,9 @@
 #include <filesystem>
 #include <fstream>
 
+#include "bibliocpp/language.h"
 #include "outils/examen/built_in_scenarios.h"
-#include "outils/examen/phrase.h"
+#include "outils/examen/number_text.h"
 #include "outils/examen/toml_table.h"
 
 namespace {
@@ -44,8 +45,7 @@ std::int32_t value(toml_table& from, const char* key, std::int32_t otherwise) {
 void expect_beside(const toml_table& from, std::initializer_list<const char*> keys, const char* other,
                    bool has_other) {
   for (const char* const key : keys)
-    if (from.has(key) && !has_other)
-      from.refuse(key, phrase("n'a de sens qu'avec « {} »", "means something with \"{}\" only", {other}));
+    if (from.has(key) && !has_other) from.refuse(key, tr("n'a de sens qu'avec « {} »", {other}));
 }
 
 void read_verb(toml_table& from, operator_action& action) {
@@ -60,8 +60,7 @@ void read_verb(toml_table& from, operator_action& action) {
     ++said;
   }
   if (said != 1)
-    from.refuse(phrase("une action est « appuyer », « tenir », « lacher » ou « regler », une seule chose",
-                       "an action is \"appuyer\", \"tenir\", \"lacher\" or \"regler\", one thing only"));
+    from.refuse(tr("une action est « appuyer », « tenir », « lacher » ou « regler », une seule chose"));
   if (from.has("regler")) from.require("valeur");
   expect_beside(from, {"valeur"}, "regler", from.has("regler"));
   expect_beside(from, {"pendant"}, "appuyer", from.has("appuyer"));
@@ -81,8 +80,7 @@ operator_action read_action(toml_table& from) {
   action.limit = time(from, "delai").value_or(-1);
   expect_beside(from, {"vaut", "fois", "delai"}, "quand", action.on.has_value());
   if (action.at && (action.on || from.has("apres")))
-    from.refuse("a", phrase("un moment fixe exclut « quand » et « apres »",
-                            "a fixed moment excludes \"quand\" and \"apres\""));
+    from.refuse("a", tr("un moment fixe exclut « quand » et « apres »"));
   return action;
 }
 
@@ -91,15 +89,14 @@ void read_speeds(toml_table& top, scenario& asked, mistakes& wrong) {
   const toml::node* const found = top.node("vitesses");
   if (found == nullptr) return;
   if (!found->is_table())
-    return top.refuse("vitesses", phrase("il faut [vitesses], et en dessous des lignes \"Vitesse A\" = 1.5",
-                                         "[vitesses] is needed, and below it lines \"Vitesse A\" = 1.5"));
+    return top.refuse("vitesses", tr("il faut [vitesses], et en dessous des lignes \"Vitesse A\" = 1.5"));
   std::vector<std::pair<toml::source_position, operator_action>> speeds;
   for (const auto& [key, node] : *found->as_table()) {
     operator_action action{};
     action.what = kind::set;
     action.label = std::string(key.str());
     action.line = static_cast<int>(key.source().begin.line);
-    if (!node.is_number()) wrong.add(action.line, phrase("il faut un nombre", "a number is needed"));
+    if (!node.is_number()) wrong.add(action.line, tr("il faut un nombre"));
     action.value = node.value<double>().value_or(0);
     speeds.emplace_back(key.source().begin, action);
   }
@@ -131,40 +128,34 @@ void read_expectations(toml_table& top, scenario& asked) {
   });
   top.tables("defaut", [&](toml_table& from) {
     from.require("attendu");
-    if (!asked.fault.empty()) from.refuse(phrase("un seul défaut peut venir", "only one fault can come"));
+    if (!asked.fault.empty()) from.refuse(tr("un seul défaut peut venir"));
     asked.fault = from.text("attendu");
   });
   const auto kinds = {"livraisons", "repos", "arret", "jamais", "defaut"};
   if (std::none_of(kinds.begin(), kinds.end(), [&](const char* key) { return top.has(key); }))
-    top.refuse(phrase(
-        "rien n'est attendu : il faut [[livraisons]], [[repos]], [[arret]], [[jamais]] ou [defaut]",
-        "nothing is expected: [[livraisons]], [[repos]], [[arret]], [[jamais]] or [defaut] is needed"));
+    top.refuse(
+        tr("rien n'est attendu : il faut [[livraisons]], [[repos]], [[arret]], [[jamais]] ou [defaut]"));
 }
 
 // What makes no sense though every word of it does.
 void check_times(const scenario& asked, mistakes& wrong) {
   const auto check_end = [&](int line, std::int64_t cycle) {
     if (cycle > asked.cycles)
-      wrong.add(line, phrase("{} : c'est après la fin, {}", "{}: that is after the end, {}",
-                             {in_seconds(cycle), in_seconds(asked.cycles)}));
+      wrong.add(line, tr("{} : c'est après la fin, {}", {in_seconds(cycle), in_seconds(asked.cycles)}));
   };
   std::int64_t before = 0;
   for (const operator_action& action : asked.actions) {
     if (!action.at) continue;
     check_end(action.line, *action.at);
     if (*action.at < before)
-      wrong.add(action.line,
-                phrase("l'action d'avant vient à {} : l'opérateur fait une chose après l'autre",
-                       "the action before comes at {}: the operator does one thing after the other",
-                       {in_seconds(before)}));
+      wrong.add(action.line, tr("l'action d'avant vient à {} : l'opérateur fait une chose après l'autre",
+                                {in_seconds(before)}));
     before = *action.at;
   }
   for (const expected_edges& one : asked.deliveries) check_end(one.signal.line, one.before);
   for (const forcing& one : asked.forced) {
     check_end(one.signal.line, one.from);
-    if (one.until <= one.from)
-      wrong.add(one.signal.line,
-                phrase("« jusqu_a » doit venir après « de »", "\"jusqu_a\" must come after \"de\""));
+    if (one.until <= one.from) wrong.add(one.signal.line, tr("« jusqu_a » doit venir après « de »"));
   }
 }
 
@@ -200,7 +191,7 @@ scenario parse_scenario(const std::string& text, const std::string& file) {
     asked = read(toml::parse(text, file), file, wrong);
   } catch (const toml::parse_error& why) {
     wrong.add(static_cast<int>(why.source().begin.line),
-              phrase("ce n'est pas du TOML : {}", "this is not TOML: {}", {std::string(why.description())}));
+              tr("ce n'est pas du TOML : {}", {std::string(why.description())}));
   }
   if (wrong.any()) throw scenario_error(wrong.text());
   return asked;
@@ -209,7 +200,7 @@ scenario parse_scenario(const std::string& text, const std::string& file) {
 scenario read_scenario(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   if (!file || std::filesystem::is_directory(path))
-    throw scenario_error(phrase("scénario illisible : {}", "the scenario cannot be read: {}", {path}));
+    throw scenario_error(tr("scénario illisible : {}", {path}));
   return parse_scenario({std::istreambuf_iterator<char>(file), {}}, path);
 }
 
@@ -217,6 +208,5 @@ scenario default_scenario_for(const std::string& plant) {
   const std::string name = std::filesystem::path(plant).filename();
   for (const built_in_scenario& each : built_in_scenarios)
     if (name == each.plant) return parse_scenario(each.text, name + ".toml");
-  throw scenario_error(phrase("{} n'a pas de scénario livré : il faut --scenario",
-                              "no scenario comes with {}: --scenario is needed", {plant}));
+  throw scenario_error(tr("{} n'a pas de scénario livré : il faut --scenario", {plant}));
 }

@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "bibliocpp/language.h"
 #include "bibliocpp/signal_files.h"
 #include "outils/examen/harmless.h"
+#include "outils/examen/number_text.h"
 #include "outils/examen/page_text.h"
-#include "outils/examen/phrase.h"
 
 namespace {
 
@@ -87,7 +88,7 @@ void add_row(std::vector<std::string>& page, const std::string& name, const std:
 
 void add_scale(std::vector<std::string>& page, const window_of_time& window) {
   constexpr int marks = 4;
-  std::string layout = "#C T" + std::to_string(name_width) + " ", line = phrase("secondes", "seconds");
+  std::string layout = "#C T" + std::to_string(name_width) + " ", line = tr("secondes");
   for (int i = 0; i < marks; ++i) {
     const std::int64_t from_us = window.from_us + (window.to_us - window.from_us) * i / marks;
     layout += "T" + std::to_string(chart_width / marks) + " ";
@@ -117,7 +118,7 @@ std::vector<std::string> signal_chart(const signal_record& record, double second
   }
   page.emplace_back(columns_for_text);
   page.emplace_back("#T");
-  if (!ones.empty()) add_wrapped(page, phrase("À 1 tout ce temps :", "1 all the time:") + ones);
-  if (!zeros.empty()) add_wrapped(page, phrase("À 0 tout ce temps :", "0 all the time:") + zeros);
+  if (!ones.empty()) add_wrapped(page, tr("À 1 tout ce temps :{}", {ones}));
+  if (!zeros.empty()) add_wrapped(page, tr("À 0 tout ce temps :{}", {zeros}));
   return page;
 }

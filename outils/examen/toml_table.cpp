@@ -3,17 +3,17 @@
 #include <algorithm>
 #include <cmath>
 
+#include "bibliocpp/language.h"
 #include "bibliocpp/nearest_name.h"
-#include "outils/examen/phrase.h"
+#include "outils/examen/number_text.h"
 
 toml_table::~toml_table() {
   for (const auto& [key, value] : table) {
     const std::string name(key.str());
     if (std::find(known.begin(), known.end(), name) != known.end()) continue;
-    wrong.add(
-        static_cast<int>(key.source().begin.line),
-        phrase("clé inconnue « {} » ; la plus proche est « {} »", "unknown key \"{}\"; the nearest is \"{}\"",
-               {name, known[static_cast<std::size_t>(nearest_name(name, known))]}));
+    wrong.add(static_cast<int>(key.source().begin.line),
+              tr("clé inconnue « {} » ; la plus proche est « {} »",
+                 {name, known[static_cast<std::size_t>(nearest_name(name, known))]}));
   }
 }
 
@@ -23,11 +23,11 @@ int toml_table::line_of(const char* key) const {
 }
 
 void toml_table::require(const char* key) const {
-  if (!has(key)) refuse(phrase("il manque « {} »", "\"{}\" is missing", {key}));
+  if (!has(key)) refuse(tr("il manque « {} »", {key}));
 }
 
 void toml_table::refuse(const char* key, const std::string& text) const {
-  wrong.add(line_of(key), phrase("« {} » : ", "\"{}\": ", {key}) + text);
+  wrong.add(line_of(key), tr("« {} » : {}", {key, text}));
 }
 
 const toml::node* toml_table::node(const char* key) {
@@ -39,7 +39,7 @@ std::string toml_table::text(const char* key) {
   const toml::node* const found = node(key);
   if (found == nullptr) return {};
   std::string value = found->value_exact<std::string>().value_or("");
-  if (value.empty()) refuse(key, phrase("il faut un texte entre guillemets", "a text in quotes is needed"));
+  if (value.empty()) refuse(key, tr("il faut un texte entre guillemets"));
   return value;
 }
 
@@ -48,8 +48,7 @@ double toml_table::number(const char* key, double least, double most, double oth
   if (found == nullptr) return otherwise;
   const auto value = found->is_number() ? found->value<double>() : std::nullopt;
   if (value && *value >= least && *value <= most) return *value;
-  refuse(key, phrase("il faut un nombre de {} à {}", "a number from {} to {} is needed",
-                     {in_short(least), in_short(most)}));
+  refuse(key, tr("il faut un nombre de {} à {}", {in_short(least), in_short(most)}));
   return otherwise;
 }
 
@@ -57,7 +56,7 @@ std::int64_t toml_table::whole_number(const char* key, std::int64_t least, std::
                                       std::int64_t otherwise) {
   const double value =
       number(key, static_cast<double>(least), static_cast<double>(most), static_cast<double>(otherwise));
-  if (value != std::floor(value)) refuse(key, phrase("il faut un nombre entier", "a whole number is needed"));
+  if (value != std::floor(value)) refuse(key, tr("il faut un nombre entier"));
   return static_cast<std::int64_t>(value);
 }
 
@@ -69,8 +68,7 @@ void toml_table::texts(const char* key, const std::function<void(const std::stri
     return one.is_string() && !one.value<std::string>()->empty();
   };
   if (list == nullptr || list->empty() || !std::all_of(list->begin(), list->end(), is_text))
-    return refuse(key, phrase(R"(il faut une liste de textes : ["un", "deux"])",
-                              R"(a list of texts is needed: ["one", "two"])"));
+    return refuse(key, tr(R"(il faut une liste de textes : ["un", "deux"])"));
   for (const toml::node& one : *list)
     take(*one.value<std::string>(), static_cast<int>(one.source().begin.line));
 }
@@ -80,9 +78,8 @@ void toml_table::tables(const char* key, const std::function<void(toml_table&)>&
   if (found == nullptr) return;
   const auto read_one = [&](const toml::node& one) {
     if (!one.is_table())
-      return wrong.add(
-          static_cast<int>(one.source().begin.line),
-          phrase("il faut [[{}]], et ses clés en dessous", "[[{}]] is needed, and its keys below", {key}));
+      return wrong.add(static_cast<int>(one.source().begin.line),
+                       tr("il faut [[{}]], et ses clés en dessous", {key}));
     toml_table reader(*one.as_table(), wrong);
     read(reader);
   };

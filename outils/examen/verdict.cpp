@@ -6,28 +6,28 @@
 
 #include "bibliocpp/language.h"
 #include "outils/examen/harmless.h"
-#include "outils/examen/phrase.h"
+#include "outils/examen/number_text.h"
 #include "outils/examen/scenario.h"
 
 namespace {
 
 struct wording {
   outcome what;
-  const char *french, *english;
+  const char* word;
   bool has_moment;  // it happened at a moment of the run
 };
 
-constexpr wording wordings[] = {{outcome::passed, "réussi", "passed", false},
-                                {outcome::failed, "échoué", "failed", true},
-                                {outcome::crashed, "planté", "crashed", true},
-                                {outcome::ended_early, "terminé trop tôt", "ended early", true},
-                                {outcome::not_found, "introuvable", "not found", false},
-                                {outcome::not_executable, "non exécutable", "not executable", false},
-                                {outcome::silent, "muet", "silent", true},
-                                {outcome::too_slow, "trop lent", "too slow", true},
-                                {outcome::not_judged, "non jugé", "not judged", false}};
+wording wording_of(const verdict& v) {
+  const wording wordings[] = {{outcome::passed, tr("réussi"), false},
+                              {outcome::failed, tr("échoué"), true},
+                              {outcome::crashed, tr("planté"), true},
+                              {outcome::ended_early, tr("terminé trop tôt"), true},
+                              {outcome::not_found, tr("introuvable"), false},
+                              {outcome::not_executable, tr("non exécutable"), false},
+                              {outcome::silent, tr("muet"), true},
+                              {outcome::too_slow, tr("trop lent"), true},
+                              {outcome::not_judged, tr("non jugé"), false}};
 
-const wording& wording_of(const verdict& v) {
   return *std::find_if(std::begin(wordings), std::end(wordings) - 1,
                        [&](const wording& w) { return w.what == v.what; });
 }
@@ -37,19 +37,17 @@ std::string detail_of(const verdict& v) {
   switch (v.what) {
     case outcome::crashed: {
       const char* const name = sigabbrev_np(v.number);
-      return (name == nullptr ? phrase("signal {}", "signal {}", {std::to_string(v.number)})
-                              : std::string("SIG") + name) +
+      return (name == nullptr ? tr("signal {}", {std::to_string(v.number)}) : std::string("SIG") + name) +
              " (" + strsignal(v.number) + ")";
     }
     case outcome::ended_early:
-      return phrase("code {}", "status {}", {std::to_string(v.number)});
+      return tr("code {}", {std::to_string(v.number)});
     case outcome::not_executable:
       return v.number == 0 ? "" : std::strerror(v.number);
     case outcome::silent:
-      return phrase("aucune sortie annoncée", "no outputs announced");
+      return tr("aucune sortie annoncée");
     case outcome::too_slow:
-      return phrase("{} lots d'entrées sans réponse", "{} batches of inputs unanswered",
-                    {std::to_string(v.unanswered)});
+      return tr("{} lots d'entrées sans réponse", {std::to_string(v.unanswered)});
     default:
       return "";
   }
@@ -62,31 +60,24 @@ std::string padded(const std::string& text, std::size_t width, bool to_the_right
 
 }  // namespace
 
-std::string word_of(const verdict& v) {
-  const wording& w = wording_of(v);
-  return phrase(w.french, w.english);
-}
+std::string word_of(const verdict& v) { return wording_of(v).word; }
 
 std::string sentence_of(const verdict& v) {
   std::string text = word_of(v);
   if (wording_of(v).has_moment)
-    text += phrase(" à {} s (cycle {})", " at {} s (cycle {})",
-                   {with_decimals(seconds_of(v.cycle), 3), std::to_string(v.cycle)});
+    text = tr("{} à {} s (cycle {})", {text, with_decimals(seconds_of(v.cycle), 3), std::to_string(v.cycle)});
   for (const std::string& part : {detail_of(v), v.sentence})
-    if (!part.empty()) text += phrase(" : {}", ": {}", {part});
+    if (!part.empty()) text = tr("{} : {}", {text, part});
   return harmless(text, 500);
 }
 
-std::string line_of(const verdict& v) {
-  return harmless(v.candidate, 60) + phrase(" : ", ": ") + sentence_of(v);
-}
+std::string line_of(const verdict& v) { return tr("{} : {}", {harmless(v.candidate, 60), sentence_of(v)}); }
 
 std::string table_of(const std::vector<verdict>& all) {
   constexpr std::size_t columns = 6;
   using row = std::array<std::string, columns>;
-  std::vector<row> rows{{phrase("contrôleur", "controller"), phrase("verdict", "verdict"), phrase("à", "at"),
-                         phrase("maquette", "plant"), phrase("sans réponse", "unanswered"),
-                         phrase("durée", "took")}};
+  std::vector<row> rows{
+      {tr("contrôleur"), tr("verdict"), tr("à"), tr("maquette"), tr("sans réponse"), tr("durée")}};
   for (const verdict& v : all)
     rows.push_back({harmless(v.candidate, 30), word_of(v),
                     wording_of(v).has_moment ? with_decimals(seconds_of(v.cycle), 3) + " s" : "",
@@ -102,10 +93,7 @@ std::string table_of(const std::vector<verdict>& all) {
   }
   const auto passed =
       std::count_if(all.begin(), all.end(), [](const verdict& v) { return v.what == outcome::passed; });
-  return text +
-         phrase("{} réussis sur {}", "{} passed of {}",
-                {std::to_string(passed), std::to_string(all.size())}) +
-         '\n';
+  return text + tr("{} réussis sur {}", {std::to_string(passed), std::to_string(all.size())}) + '\n';
 }
 
 int exit_status(const std::vector<verdict>& all) {

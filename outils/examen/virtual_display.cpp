@@ -9,8 +9,8 @@
 #include <csignal>
 #include <cstring>
 
+#include "bibliocpp/language.h"
 #include "outils/child_processes/launch.h"
-#include "outils/examen/phrase.h"
 
 namespace {
 
@@ -50,8 +50,7 @@ virtual_display::virtual_display(int streams) {
     waitpid(pid, nullptr, 0);
   }
   throw display_error(
-      phrase("pas d'écran virtuel : Xvfb : {}", "no virtual display: Xvfb: {}",
-             {pid > 0 ? phrase("ne répond pas", "it does not answer") : std::strerror(error)}));
+      tr("pas d'écran virtuel : Xvfb : {}", {pid > 0 ? tr("ne répond pas") : std::strerror(error)}));
 }
 
 virtual_display::~virtual_display() {

@@ -28,7 +28,7 @@ constexpr std::array<option, 10> options{{{"verifier", no_argument, nullptr, ver
                                           {}}};
 
 const char* usage() {
-  return in_language(
+  return tr(
       "usage : grafcet [--vue] [--periode DUREE] FICHIER -automemlink N\n"
       "        grafcet --vue --pas-a-pas --maquette NOM FICHIER\n"
       "        grafcet --verifier [--maquette wagons|galerie|FICHIER] FICHIER\n"
@@ -38,16 +38,7 @@ const char* usage() {
       "elle-même (wagons \"grafcet mine.grafcet\"), les vérifie seulement, ou les dessine. Avec --periode,\n"
       "une durée compte les cycles de la maquette, chacun de cette durée (5ms, 10ms). Avec --vue, une "
       "fenêtre\n"
-      "les montre en marche ; avec --pas-a-pas, la maquette attend à chaque évolution.\n",
-      "usage: grafcet [--vue] [--periode DURATION] FILE -automemlink N\n"
-      "       grafcet --vue --pas-a-pas --maquette NAME FILE\n"
-      "       grafcet --verifier [--maquette wagons|galerie|FILE] FILE\n"
-      "       grafcet --svg PICTURE FILE\n"
-      "       grafcet --pdf PICTURE FILE\n"
-      "Runs the GRAFCETs of a file as the controller of a plant, which adds -automemlink N itself\n"
-      "(wagons \"grafcet mine.grafcet\"), only verifies them, or draws them. With --periode times count the\n"
-      "plant's cycles, each of this duration (5ms, 10ms). With --vue a window shows them at work; with\n"
-      "--pas-a-pas the plant waits at every evolution.\n");
+      "les montre en marche ; avec --pas-a-pas, la maquette attend à chaque évolution.\n");
 }
 
 [[noreturn]] void refuse() {

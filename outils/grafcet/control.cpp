@@ -50,18 +50,17 @@ class instability {
     if (!told.empty() && std::equal(told.begin(), told.end() - 1, circle.begin(), circle.end())) return;
     told.assign(circle.begin(), circle.end());
     told.push_back(grafcet_file::none);  // told, even with no step in it
-    std::string text = in_language("grafcet: situation instable, sans fin : ",
-                                   "grafcet: the situation never becomes stable: ");
-    if (circle.empty())
-      text += in_language("des variables changent sans cesse", "variables change without end");
+    std::string steps;
     for (const int s : circle) {
       const auto& step = charts.steps[static_cast<std::size_t>(s)];
       const auto& root =
           charts.charts[static_cast<std::size_t>(charts.charts[static_cast<std::size_t>(step.chart)].root)];
-      text += (s == circle.front() ? "" : ", ") + root.name + ".X" + step.label +
-              in_language(" (ligne ", " (line ") + std::to_string(step.where.line) + ")";
+      steps += (s == circle.front() ? "" : ", ") +
+               tr("{}.X{} (ligne {})", {root.name, step.label, std::to_string(step.where.line)});
     }
-    std::cerr << text + "\n" << std::flush;
+    std::cerr << tr("grafcet: situation instable, sans fin : {}\n",
+                    {circle.empty() ? tr("des variables changent sans cesse") : steps})
+              << std::flush;
   }
 
  private:

@@ -43,9 +43,9 @@ std::optional<std::string> contents(const std::string& path) {
 void tell(const std::string& path, const grafcet_file::parsed& read) {
   for (const auto& remark : read.remarks)
     std::cerr << path << ':' << remark.where.line << ':' << remark.where.column << ": "
-              << (remark.warning ? in_language("avertissement : ", "warning: ")
-                                 : in_language("erreur : ", "error: "))
-              << remark.sentence << '\n';
+              << (remark.warning ? tr("avertissement : {}", {remark.sentence})
+                                 : tr("erreur : {}", {remark.sentence}))
+              << '\n';
 }
 
 int verify(const command_line& asked, const std::string& text) {
@@ -85,7 +85,7 @@ int run(const command_line& asked, const std::string& text) {
 int step(const command_line& asked, const std::string& text) {
   std::signal(SIGPIPE, SIG_IGN);
   const auto plant = find_program(asked.plant);
-  if (!plant) throw std::runtime_error(in_language("aucune maquette ", "there is no plant ") + asked.plant);
+  if (!plant) throw std::runtime_error(tr("aucune maquette {}", {asked.plant}));
   led_plant led({*plant, ":"});
   IOsharemem_client area(area_of(led));
   const grafcet_file::plant_signals signals = signals_of(area);

@@ -20,12 +20,11 @@ files::path folder() {
 }
 
 [[noreturn]] void refuse(const std::string& plant) {
-  std::cerr << "grafcet: " << in_language("maquette inconnue : ", "unknown plant: ") << plant
-            << in_language(" ; il y a :", "; there are:");
+  std::string all;
   std::error_code none;
   for (const auto& entry : files::directory_iterator(folder(), none))
-    std::cerr << ' ' << entry.path().stem().string();
-  std::cerr << '\n';
+    all += ' ' + entry.path().stem().string();
+  std::cerr << tr("grafcet: maquette inconnue : {} ; il y a :{}\n", {plant, all});
   std::exit(2);
 }
 

@@ -75,8 +75,7 @@ class operator_wishes {
 int area_of(led_plant& plant) {
   const plant_line line = news(plant);
   if (line.what != plant_line::kind::area)
-    throw std::runtime_error(
-        in_language("la maquette s'est terminée sans zone", "the plant has ended without an area"));
+    throw std::runtime_error(tr("la maquette s'est terminée sans zone"));
   return static_cast<int>(line.number);
 }
 

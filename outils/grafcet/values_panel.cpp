@@ -22,7 +22,7 @@ constexpr int line = 16, letters = 12, gap = 6;
 // Tenths of a second: "12.3 s".
 std::string time_text(std::int64_t us) {
   const std::int64_t tenths = us / 100'000;
-  return std::to_string(tenths / 10) + in_language(",", ".") + std::to_string(tenths % 10) + " s";
+  return std::to_string(tenths / 10) + tr(",") + std::to_string(tenths % 10) + " s";
 }
 
 Fl_Color fltk(const colour& c) {
@@ -43,10 +43,10 @@ std::string name_of(const program& charts, const step& it) {
 
 std::vector<value_line> values_of(const program& charts, const situation& now) {
   std::vector<value_line> lines;
-  const auto heading = [&](const char* french, const char* english, bool any) {
-    if (any) lines.push_back({in_language(french, english), "", true, false});
+  const auto heading = [&](const char* text, bool any) {
+    if (any) lines.push_back({text, "", true, false});
   };
-  heading("Étapes actives", "Active steps", true);
+  heading(tr("Étapes actives"), true);
   for (std::size_t s = 0; s < charts.steps.size(); ++s)
     if (now.active[s] != 0)
       lines.push_back(
@@ -55,14 +55,14 @@ std::vector<value_line> values_of(const program& charts, const situation& now) {
     for (std::size_t k = 0; k < of.size(); ++k)
       lines.push_back({of[k].name, std::to_string(values[k]), false, values[k] != 0});
   };
-  heading("Entrées", "Inputs", !charts.inputs.empty());
+  heading(tr("Entrées"), !charts.inputs.empty());
   signals(charts.inputs, now.inputs);
-  heading("Sorties", "Outputs", !charts.outputs.empty());
+  heading(tr("Sorties"), !charts.outputs.empty());
   signals(charts.outputs, now.outputs);
-  heading("Variables", "Variables", !charts.variables.empty());
+  heading(tr("Variables"), !charts.variables.empty());
   for (std::size_t k = 0; k < charts.variables.size(); ++k)
     lines.push_back({charts.variables[k].name, std::to_string(now.variables[k]), false, false});
-  heading("Définitions", "Definitions", !charts.definitions.empty());
+  heading(tr("Définitions"), !charts.definitions.empty());
   for (const definition& d : charts.definitions) {
     const std::int64_t value = now.values[static_cast<std::size_t>(d.value)];
     lines.push_back({d.name, std::to_string(value), false, value != 0});

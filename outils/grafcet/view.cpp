@@ -41,9 +41,9 @@ class view_window : public Fl_Double_Window {
         panel(w() - panel_w, top(), panel_w, h() - top() - state_h),
         state(0, h() - state_h, w(), state_h),
         buttons(0, 0, w(), top()),
-        step(gap, gap, button_w, bar_h - 2 * gap, in_language("Pas", "Step")),
-        run(2 * gap + button_w, gap, button_w, bar_h - 2 * gap, in_language("Marche", "Run")),
-        pause(3 * gap + 2 * button_w, gap, button_w, bar_h - 2 * gap, "Pause"),
+        step(gap, gap, button_w, bar_h - 2 * gap, tr("Pas")),
+        run(2 * gap + button_w, gap, button_w, bar_h - 2 * gap, tr("Marche")),
+        pause(3 * gap + 2 * button_w, gap, button_w, bar_h - 2 * gap, tr("Pause")),
         space(4 * gap + 3 * button_w, gap, 1, 1) {
     buttons.end();
     buttons.resizable(space);
@@ -93,9 +93,9 @@ class view_window : public Fl_Double_Window {
 
   void show_values() {
     panel.update(values_of(charts, now));
-    std::string text = in_language("lot ", "batch ") + std::to_string(now.batches) + " · " +
-                       std::to_string(now.evolutions) + in_language(" évolution(s) · ", " evolution(s) · ") +
-                       (now.stable ? "stable" : in_language("pas encore stable", "not stable yet"));
+    const std::string text =
+        tr("lot {} · {} évolution(s) · {}", {std::to_string(now.batches), std::to_string(now.evolutions),
+                                             now.stable ? tr("stable") : tr("pas encore stable")});
     if (state.label() == nullptr || text != state.label()) state.copy_label(text.c_str());
   }
 
@@ -116,8 +116,7 @@ int show_window(const program& charts, shared_situation& shown, const situation&
                 const std::string& title, int wish_end) {
   Display* const display = XOpenDisplay(nullptr);
   if (display == nullptr) {
-    std::cerr << in_language("grafcet: pas d'affichage : les GRAFCET marchent sans vue\n",
-                             "grafcet: there is no display: the GRAFCETs run without a view\n");
+    std::cerr << tr("grafcet: pas d'affichage : les GRAFCET marchent sans vue\n");
     return 1;
   }
   fl_open_display(display);

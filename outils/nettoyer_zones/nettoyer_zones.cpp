@@ -35,11 +35,9 @@ std::string described(const area_entry& entry, const area_view& area) {
   localtime_r(&entry.created, &day);
   std::array<char, 32> created{};
   std::strftime(created.data(), created.size(), "%F %T", &day);
-  return in_language("zone ", "area ") + std::to_string(entry.ident) +
-         in_language(", créée le ", ", created ") + created.data() +
-         in_language(" par le processus ", " by process ") + std::to_string(entry.creator) + ", " +
-         std::to_string(area.input_names().size()) + in_language(" entrées, ", " inputs, ") +
-         std::to_string(area.output_names().size()) + in_language(" sorties", " outputs");
+  return tr("zone {}, créée le {} par le processus {}, {} entrées, {} sorties",
+            {std::to_string(entry.ident), created.data(), std::to_string(entry.creator),
+             std::to_string(area.input_names().size()), std::to_string(area.output_names().size())});
 }
 
 // What it was like; empty when it is not to be touched.
@@ -60,12 +58,9 @@ bool nobody_is_attached(int ident) {
 
 [[noreturn]] void tell_usage() {
   answer_help(
-      in_language("usage : nettoyer_zones [--essai]\n"
-                  "Enlève les zones des maquettes disparues, auxquelles personne n'est attaché ;\n"
-                  "--essai les montre seulement.\n",
-                  "usage: nettoyer_zones [--essai]\n"
-                  "Removes the areas of plants that are gone, to which nobody is attached;\n"
-                  "--essai only lists them.\n"));
+      tr("usage : nettoyer_zones [--essai]\n"
+         "Enlève les zones des maquettes disparues, auxquelles personne n'est attaché ;\n"
+         "--essai les montre seulement.\n"));
 }
 
 }  // namespace
@@ -75,8 +70,7 @@ int main(int argc, char** argv) {
   if (argc == 2 && word == "--help") tell_usage();
   if (argc == 2 && word == "--version") answer_version();
   if (argc > 2 || (argc == 2 && word != "--essai")) {
-    std::cerr << "nettoyer_zones: " << in_language("je ne comprends pas : ", "cannot make sense of: ")
-              << argv[argc - 1] << "\n";
+    std::cerr << "nettoyer_zones: " << tr("je ne comprends pas : {}", {argv[argc - 1]}) << "\n";
     return bad_command_line;
   }
   status as = done;
@@ -88,7 +82,7 @@ int main(int argc, char** argv) {
     } else if (!nobody_is_attached(entry.ident)) {
       continue;
     } else if (shmctl(entry.ident, IPC_RMID, nullptr) == 0) {
-      std::cout << what << in_language(" : enlevée\n", ": removed\n");
+      std::cout << tr("{} : enlevée\n", {what});
     } else {
       std::cerr << "nettoyer_zones: " << what << ": " << std::strerror(errno) << "\n";
       as = not_done;

@@ -24,9 +24,8 @@ constexpr std::array<option, 7> options{{{"adresse", required_argument, nullptr,
                                          {"version", no_argument, nullptr, version},
                                          {}}};
 
-constexpr const char
-    *usage_french =
-        R"(usage : passerelle_modbus [--adresse A] [--port P] [--sur-perte zero|garder] -automemlink N
+const char* usage() {
+  return tr(R"(usage : passerelle_modbus [--adresse A] [--port P] [--sur-perte zero|garder] -automemlink N
         passerelle_modbus --table [-automemlink N]
 Contrôleur qui ouvre une maquette à des clients Modbus TCP. Une maquette ajoute -automemlink N elle-même :
 wagons passerelle_modbus
@@ -36,23 +35,11 @@ wagons "passerelle_modbus --port 1602"
   --sur-perte    ce que deviennent les sorties quand le dernier client est parti : elles retombent à zéro
                  (zero, si rien n'est dit) ou restent (garder)
   --table        montre seulement les adresses : de la zone N, ou de la maquette lancée en dernier
-)",
-    *usage_english =
-        R"(usage: passerelle_modbus [--adresse A] [--port P] [--sur-perte zero|garder] -automemlink N
-       passerelle_modbus --table [-automemlink N]
-A controller that opens a plant to Modbus TCP clients. A plant adds -automemlink N itself:
-wagons passerelle_modbus
-wagons "passerelle_modbus --port 1602"
-  --adresse A    where to listen; 127.0.0.1 unless told otherwise: this machine only
-  --port P       1502 unless told otherwise, for Modbus' own 502 is reserved for root; 0: the system's choice
-  --sur-perte    what becomes of the outputs when the last client has gone: they drop to zero (zero, unless
-                 told otherwise) or stay (garder)
-  --table        only shows the addresses: of area N, or of the plant that was started last
-)";
+)");
+}
 
 [[noreturn]] void refuse(const std::string& what) {
-  std::cerr << "passerelle_modbus: " << what
-            << in_language(" ; voir \"passerelle_modbus --help\"\n", "; see \"passerelle_modbus --help\"\n");
+  std::cerr << tr("passerelle_modbus: {} ; voir \"passerelle_modbus --help\"\n", {what});
   std::exit(2);
 }
 
@@ -61,14 +48,13 @@ int port_number(std::string_view text) {
   int value = -1;
   const auto [rest, error] = std::from_chars(text.begin(), text.end(), value);
   if (error != std::errc{} || rest != text.end() || value < 0 || value > most)
-    refuse(in_language("un port va de 0 à 65535, pas ", "a port is 0 to 65535, not ") + std::string(text));
+    refuse(tr("un port va de 0 à 65535, pas {}", {std::string(text)}));
   return value;
 }
 
 bool is_zero(std::string_view choice) {
   if (choice != "zero" && choice != "garder")
-    refuse(in_language("--sur-perte veut zero ou garder, pas ", "--sur-perte takes zero or garder, not ") +
-           std::string(choice));
+    refuse(tr("--sur-perte veut zero ou garder, pas {}", {std::string(choice)}));
   return choice == "zero";
 }
 
@@ -95,16 +81,14 @@ command_line read_command_line(int argc, char** argv) {
         wanted.only_table = true;
         break;
       case help:
-        answer_help(in_language(usage_french, usage_english));
+        answer_help(usage());
       case version:
         answer_version();
       default:
-        refuse(in_language("je ne comprends pas : ", "cannot make sense of: ") +
-               std::string(argv[optind - 1]));
+        refuse(tr("je ne comprends pas : {}", {argv[optind - 1]}));
     }
   }
-  if (optind < own)
-    refuse(in_language("un argument de trop : ", "one argument too many: ") + std::string(argv[optind]));
+  if (optind < own) refuse(tr("un argument de trop : {}", {argv[optind]}));
   if (started_by_plant || !wanted.only_table) wanted.ident = automemlink(argc, argv);
   return wanted;
 }

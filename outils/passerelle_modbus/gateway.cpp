@@ -58,13 +58,10 @@ void gateway::serve_clients(time now) {
   for (auto client = clients.begin(); client != clients.end(); ++event) {
     auto state = connection::state::open;
     if (event->revents != 0 || client->has_request()) state = client->turn(answering, now);
-    if (state == connection::state::no_modbus)
-      tell_cut(in_language("ce n'est pas du Modbus TCP", "that is no Modbus TCP"), now);
+    if (state == connection::state::no_modbus) tell_cut(tr("ce n'est pas du Modbus TCP"), now);
     if (state == connection::state::open && client->is_stuck(now)) {
       state = connection::state::gone;
-      tell_cut(in_language("requête inachevée ou réponse non lue depuis 5 s",
-                           "unfinished request or unread answer for 5 s"),
-               now);
+      tell_cut(tr("requête inachevée ou réponse non lue depuis 5 s"), now);
     }
     client = state == connection::state::open ? std::next(client) : clients.erase(client);
   }
@@ -80,20 +77,19 @@ void gateway::let_in(time now) {
     clients.erase(std::min_element(clients.begin(), clients.end(), [](const auto& a, const auto& b) {
       return std::tuple(a.has_asked(), a.quiet_since()) < std::tuple(b.has_asked(), b.quiet_since());
     }));
-    tell_cut(in_language("plus de 32 clients", "more than 32 clients"), now);
+    tell_cut(tr("plus de 32 clients"), now);
   }
   clients.emplace_back(socket, now);
 }
 
 void gateway::last_has_gone() {
   if (dropping && image.drop_outputs())
-    tell(in_language("dernier client parti : toutes les sorties sont retombées à zéro",
-                     "the last client has gone: all outputs have been dropped"));
+    tell(tr("dernier client parti : toutes les sorties sont retombées à zéro"));
 }
 
 // Once a second at most: a client that comes again and again must not fill a disk.
 void gateway::tell_cut(const char* why, time now) {
   if (now - told < 1s) return;
   told = now;
-  tell(std::string(in_language("client coupé : ", "client cut off: ")) + why);
+  tell(tr("client coupé : {}", {why}));
 }

@@ -20,14 +20,11 @@ void set(int socket, int level, int option, int value) {
 }
 
 std::string why_not(const std::string& address, int port, int error) {
-  const std::string place = address + ", port " + std::to_string(port) + in_language(" : ", ": ");
-  if (error == EADDRINUSE)
-    return place + in_language("un autre programme écoute déjà là ; en choisir un autre par --port",
-                               "another program listens there already; choose another one with --port");
-  if (error == EACCES)
-    return place + in_language("réservé à root ; en choisir un à partir de 1024 par --port",
-                               "reserved for root; choose one from 1024 on with --port");
-  return place + std::strerror(error);
+  const char* const why = error == EADDRINUSE
+                              ? tr("un autre programme écoute déjà là ; en choisir un autre par --port")
+                          : error == EACCES ? tr("réservé à root ; en choisir un à partir de 1024 par --port")
+                                            : std::strerror(error);
+  return tr("{}, port {} : {}", {address, std::to_string(port), why});
 }
 
 sockaddr_storage address_of(int socket, socklen_t& size) {
@@ -46,7 +43,7 @@ listener::listener(const std::string& address, int port) {
   addrinfo* found = nullptr;
   if (const int error = getaddrinfo(address.c_str(), std::to_string(port).c_str(), &wanted, &found);
       error != 0)
-    throw listener_error(address + in_language(" : ", ": ") + gai_strerror(error));
+    throw listener_error(tr("{} : {}", {address, gai_strerror(error)}));
   const std::unique_ptr<addrinfo, void (*)(addrinfo*)> place(found, freeaddrinfo);
   socket = ::socket(place->ai_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
   // Connections of a gateway before us may linger in the system; they are no reason to wait.

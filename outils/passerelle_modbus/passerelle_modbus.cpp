@@ -20,7 +20,7 @@ area_view area_asked_for(const command_line& wanted) {
   if (wanted.ident) return area_view(*wanted.ident);
   for (const area_entry& area : areas())
     if (creator_runs(area)) return area_view(area.ident);
-  throw area_error(in_language("aucune maquette n'est en marche", "no plant is running"));
+  throw area_error(tr("aucune maquette n'est en marche"));
 }
 
 status show_table(const area_view& area) {
@@ -34,16 +34,14 @@ status serve(const area_view& area, const command_line& wanted) {
   process_image image(area);
   const signal_inbox signals;
   gateway serving(door, image, wanted.drop_outputs);
-  tell(in_language("sert Modbus TCP sur ", "serving Modbus TCP at ") + door.name());
+  tell(tr("sert Modbus TCP sur {}", {door.name()}));
   if (!door.is_local())
-    tell(in_language("attention : Modbus n'a pas de mot de passe ; tout le réseau peut commander la maquette",
-                     "warning: Modbus has no password; all of the network can drive the plant"));
+    tell(tr("attention : Modbus n'a pas de mot de passe ; tout le réseau peut commander la maquette"));
   if (serving.serve(signals) != gateway::end::plant_killed) return in_order;
   // Nobody else would: the plant has not ended its exchange, and never will.
   shmctl(area.ident(), IPC_RMID, nullptr);
-  tell(in_language("la maquette a disparu sans terminer l'échange ; zone supprimée : ",
-                   "the plant is gone without ending the exchange; area removed: ") +
-       std::to_string(area.ident()));
+  tell(tr("la maquette a disparu sans terminer l'échange ; zone supprimée : {}",
+          {std::to_string(area.ident())}));
   return failed;
 }
 

@@ -19,24 +19,21 @@ std::optional<int> as_number(const std::string& text) {
 
 int number(const std::string& text) {
   if (const auto value = as_number(text)) return *value;
-  throw bad_command_line(in_language("ce n'est pas un nombre : ", "not a number: ") + text);
+  throw bad_command_line(tr("ce n'est pas un nombre : {}", {text}));
 }
 
 int positive(const std::string& text) {
   const int value = number(text);
-  if (value <= 0)
-    throw bad_command_line(in_language("il faut un nombre positif : ", "must be above 0: ") + text);
+  if (value <= 0) throw bad_command_line(tr("il faut un nombre positif : {}", {text}));
   return value;
 }
 
 }  // namespace
 
 const char* usage() {
-  return in_language(
+  return tr(
       "usage : signal_journal PID [--until SIGNAL VALEUR [FOIS]] [--vcd FICHIER] [--csv FICHIER]\n"
-      "        signal_journal PID --zone\n",
-      "usage: signal_journal PID [--until SIGNAL VALUE [TIMES]] [--vcd FILE] [--csv FILE]\n"
-      "       signal_journal PID --zone\n");
+      "        signal_journal PID --zone\n");
 }
 
 command_line read_command_line(int argc, char** argv) {
@@ -45,8 +42,7 @@ command_line read_command_line(int argc, char** argv) {
   std::string plant, times;
   std::size_t n = 0;
   const auto following = [&]() -> const std::string& {
-    if (n + 1 >= words.size())
-      throw bad_command_line(words[n] + in_language(" : il manque un mot", ": a word is missing"));
+    if (n + 1 >= words.size()) throw bad_command_line(tr("{} : il manque un mot", {words[n]}));
     return words[++n];
   };
   for (; n < words.size(); ++n) {
@@ -66,11 +62,11 @@ command_line read_command_line(int argc, char** argv) {
     } else if (plant.empty() && !word.starts_with('-')) {
       plant = word;
     } else {
-      throw bad_command_line(in_language("je ne comprends pas : ", "cannot make sense of: ") + word);
+      throw bad_command_line(tr("je ne comprends pas : {}", {word}));
     }
   }
   if (plant.empty()) plant.swap(times);  // "--until SIGNAL VALUE PID"
-  if (plant.empty()) throw bad_command_line(in_language("de quel processus ?", "of which process?"));
+  if (plant.empty()) throw bad_command_line(tr("de quel processus ?"));
   asked.plant = positive(plant);
   if (!times.empty()) asked.times = positive(times);
   return asked;

@@ -62,9 +62,7 @@ class journal {
     }
     const bool killed = recorder.state() == plant_state::killed;
     print_time(recorder.record().end_us());
-    std::cout << (killed ? in_language("la maquette a disparu sans finir sa marche",
-                                       "the plant has gone without ending its run")
-                         : in_language("fin de la marche", "end of the run"))
+    std::cout << (killed ? tr("la maquette a disparu sans finir sa marche") : tr("fin de la marche"))
               << std::endl;
     return end(killed || !asked.until.empty() ? not_as_asked : as_asked);
   }
@@ -72,9 +70,9 @@ class journal {
  private:
   void print_start() const {
     const area_view& area = recorder.area();
-    std::cout << in_language("zone ", "area ") << area.ident() << in_language(" : ", ": ")
-              << area.input_names().size() << in_language(" entrées, ", " inputs, ")
-              << area.output_names().size() << in_language(" sorties", " outputs") << "\n";
+    std::cout << tr("zone {} : {} entrées, {} sorties\n",
+                    {std::to_string(area.ident()), std::to_string(area.input_names().size()),
+                     std::to_string(area.output_names().size())});
     for (const look_news::change& one : recorder.news().changes) print(one, " = ");
     std::cout << std::flush;
   }
@@ -83,7 +81,7 @@ class journal {
     const look_news& news = recorder.news();
     if (news.missed > 0) {
       print_time(recorder.record().end_us());
-      std::cout << news.missed << in_language(" lots d'entrées manqués", " batches of inputs missed") << "\n";
+      std::cout << tr("{} lots d'entrées manqués\n", {std::to_string(news.missed)});
     }
     for (const look_news::change& one : news.changes) {
       print(one, " ");
@@ -121,7 +119,7 @@ class journal {
     if (vcd) vcd->end(recorder.record().end_us());
     if (csv) csv->end(recorder.record().end_us());
     if (std::cout.flush()) return as;
-    tell(in_language("la sortie ne peut être écrite", "the output cannot be written"));
+    tell(tr("la sortie ne peut être écrite"));
     return not_as_asked;
   }
 
@@ -141,17 +139,14 @@ bool has_signal(const area_view& area, const std::string& name) {
 
 status run(const command_line& asked) {
   const int ident = area_of(asked.plant);
-  if (ident < 0)
-    throw bad_command_line(in_language("pas de zone du processus ", "no area of process ") +
-                           std::to_string(asked.plant));
+  if (ident < 0) throw bad_command_line(tr("pas de zone du processus {}", {std::to_string(asked.plant)}));
   if (asked.only_area) {
     std::cout << ident << std::endl;
     return std::cout ? as_asked : not_as_asked;
   }
   area_view area(ident);
   if (!asked.until.empty() && !has_signal(area, asked.until))
-    throw bad_command_line(in_language("la zone n'a pas de signal ", "the area has no signal ") +
-                           asked.until);
+    throw bad_command_line(tr("la zone n'a pas de signal {}", {asked.until}));
   return journal(std::move(area), asked).run();
 }
 

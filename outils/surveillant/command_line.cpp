@@ -21,13 +21,10 @@ constexpr std::array<option, 4> options{{{"a-l-arret", required_argument, nullpt
                                          {}}};
 
 const char* usage() {
-  return in_language(
+  return tr(
       "usage : surveillant [--a-l-arret garder|zero] COMMANDE... -automemlink N\n"
       "Lance un contrôleur et dit ce qui lui arrive. Une maquette ajoute -automemlink N elle-même :\n"
-      "wagons surveillant ./mon_controleur\n",
-      "usage: surveillant [--a-l-arret garder|zero] COMMAND... -automemlink N\n"
-      "Starts a controller and tells what becomes of it. A plant adds -automemlink N itself:\n"
-      "wagons surveillant ./my_controller\n");
+      "wagons surveillant ./mon_controleur\n");
 }
 
 [[noreturn]] void refuse() {

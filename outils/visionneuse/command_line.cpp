@@ -27,32 +27,28 @@ std::vector<option> option_table() {
 }
 
 [[noreturn]] void refuse(const std::string& what) {
-  throw failure(bad_input, what + "; \"visionneuse --help\" tells the usage");
+  throw failure(bad_input, tr("{} ; \"visionneuse --help\" donne l'usage", {what}));
 }
 
 int read_language(const std::string& name) {
   if (name == "fr") return 0;
   if (name == "en") return 1;
-  refuse("the language is fr or en, not \"" + name + "\"");
+  refuse(tr("la langue est fr ou en, pas \"{}\"", {name}));
 }
 
 std::string output_name(const std::string& name) {
-  if (name.empty()) refuse("an export needs the name of a file");
+  if (name.empty()) refuse(tr("une exportation demande le nom d'un fichier"));
   return name;
 }
 
 std::string usage() {
   std::string exports;
-  for (const export_format& format : export_formats)
-    exports.append(" [--").append(format.option).append(in_language(" SORTIE]", " OUT]"));
-  return in_language(
-             "usage : visionneuse FICHIER [--titre T] [--lecteur-pdf CMD] [--langue fr|en]\n"
-             "        visionneuse FICHIER",
-             "usage: visionneuse FILE [--titre T] [--lecteur-pdf CMD] [--langue fr|en]\n"
-             "       visionneuse FILE") +
-         exports +
-         in_language("\nMontre un fichier de messages balisés page par page, ou l'exporte sans fenêtre.\n",
-                     "\nShows a file of marked-up messages page by page, or exports it without a window.\n");
+  for (const export_format& format : export_formats) exports += tr(" [--{} SORTIE]", {format.option});
+  return tr(
+      "usage : visionneuse FICHIER [--titre T] [--lecteur-pdf CMD] [--langue fr|en]\n"
+      "        visionneuse FICHIER{}\n"
+      "Montre un fichier de messages balisés page par page, ou l'exporte sans fenêtre.\n",
+      {exports});
 }
 
 }  // namespace
@@ -60,6 +56,7 @@ std::string usage() {
 command_line read_command_line(int argc, char** argv) {
   const std::vector<option> options = option_table();
   command_line wanted;
+  wanted.language = read_language(tr("fr"));
   std::vector<std::string> files;
   opterr = 0;
   while (true) {
@@ -84,16 +81,16 @@ command_line read_command_line(int argc, char** argv) {
       case version:
         answer_version();
       case ':':
-        refuse(std::string("the option ") + word + " needs a value");
+        refuse(tr("l'option {} demande une valeur", {word}));
       case '?':
-        refuse(std::string("there is no option ") + word);
+        refuse(tr("option inconnue : {}", {word}));
       default:
         wanted.exports[&export_formats[static_cast<std::size_t>(code - first_export)]] = output_name(optarg);
     }
   }
   files.insert(files.end(), argv + optind, argv + argc);
-  if (files.empty()) refuse("no file to show is given");
-  if (files.size() > 1) refuse("one file at a time: \"" + files[1] + "\" is one too many");
+  if (files.empty()) refuse(tr("aucun fichier à montrer n'est donné"));
+  if (files.size() > 1) refuse(tr("un fichier à la fois : \"{}\" est de trop", {files[1]}));
   wanted.file = files[0];
   if (wanted.title.empty()) wanted.title = std::filesystem::path(wanted.file).filename();
   return wanted;

@@ -8,7 +8,7 @@ struct command_line {
   std::string file;
   std::string title;                                    // the file's name when none is given
   std::string pdf_viewer;                               // empty for none
-  int language = 0;                                     // 0 French, 1 English
+  int language = 0;                                     // 0 French, 1 English; by default the locale's
   std::map<const export_format*, std::string> exports;  // the file that each goes to
 };
 

@@ -4,12 +4,14 @@
 #include <stdexcept>
 #include <string>
 
+#include "bibliocpp/language.h"
+
 // What ends the program early: one line for the user, and the exit status.
 struct failure : std::runtime_error {
   failure(int a_status, const std::string& line) : std::runtime_error(line), status(a_status) {}
   // The line ends with the system's words for the error.
   failure(int a_status, const std::string& what, int error)
-      : failure(a_status, what + ": " + std::strerror(error != 0 ? error : EIO)) {}
+      : failure(a_status, tr("{} : {}", {what, std::strerror(error != 0 ? error : EIO)})) {}
   int status;
 };
 

@@ -17,7 +17,7 @@
 namespace fs = std::filesystem;
 
 std::vector<std::string> read_lines(const std::string& path) {
-  const std::string what = "cannot read " + path;
+  const std::string what = tr("impossible de lire {}", {path});
   std::error_code ignored;
   if (fs::is_directory(path, ignored)) throw failure(bad_input, what, EISDIR);
   errno = 0;
@@ -122,7 +122,8 @@ bool replace_contents(open_file& to, int by) {
 
 void write_whole_file(const std::string& path, const std::function<void(std::ostream&)>& write) {
   const auto check = [&](bool done) {
-    if (!done) throw failure(cannot_write, "cannot write " + path, errno);
+    const int error = errno;
+    if (!done) throw failure(cannot_write, tr("impossible d'écrire {}", {path}), error);
   };
   const bool standard_output = path == "/dev/stdout";  // others write there too, also if it is a plain file
   open_file there(standard_output ? dup(STDOUT_FILENO) : open(path.c_str(), O_WRONLY | O_CLOEXEC));

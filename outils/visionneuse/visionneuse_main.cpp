@@ -1,10 +1,13 @@
 // visionneuse FILE: shows a file of marked-up messages page by page, or exports it without a window.
 
+#include <FL/fl_ask.H>
+
 #include <cstdlib>
 #include <iostream>
 #include <new>
 
 #include "bibliocpp/formspp.h"
+#include "bibliocpp/language.h"
 #include "outils/visionneuse/command_line.h"
 #include "outils/visionneuse/failure.h"
 #include "outils/visionneuse/files.h"
@@ -14,6 +17,7 @@ namespace {
 void show(const command_line& wanted, message_lines& lines) {
   const int count = static_cast<int>(lines.size());
   lines.emplace_back();  // an empty file shows an empty page: the viewer opens for any array but null
+  fl_close = wanted.language == 0 ? "Fermer" : "Close";  // of its messages
   OFD_afficheur viewer(nullptr, wanted.language);
   viewer.activation(lines.data(), count, wanted.title, wanted.pdf_viewer);
 }
@@ -28,6 +32,7 @@ void run(const command_line& wanted) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  const char* const for_lack_of_memory = tr("il n'y a pas assez de mémoire pour cela");
   try {
     run(read_command_line(argc, argv));
     return EXIT_SUCCESS;
@@ -35,7 +40,7 @@ int main(int argc, char** argv) {
     std::cerr << "visionneuse: " << why.what() << std::endl;
     return why.status;
   } catch (const std::bad_alloc&) {
-    std::cerr << "visionneuse: there is not enough memory for this" << std::endl;
+    std::cerr << "visionneuse: " << for_lack_of_memory << std::endl;
     return no_memory;
   }
 }

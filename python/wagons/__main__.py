@@ -4,7 +4,7 @@ import os
 import sys
 
 from . import __version__
-from .language import in_language
+from .language import tr
 from .record import area_error
 from .view import area_of, area_view, areas
 
@@ -21,12 +21,14 @@ def name_of(pid: int) -> str:
 
 def described(area: area_view) -> str:
     clock = area.clock()
-    state = in_language("marche finie", "the run is over") if clock < 0 else in_language("lot ", "batch ") + str(clock)
-    return (
-        f"{area.plant()} {name_of(area.plant())}: "
-        f"{in_language('zone', 'area')} {area.ident()}, "
-        f"{len(area.input_names())} {in_language('entrées', 'inputs')}, "
-        f"{len(area.output_names())} {in_language('sorties', 'outputs')}, {state}"
+    state = tr("marche finie") if clock < 0 else tr("lot {}").format(clock)
+    return tr("{} {}: zone {}, {} entrées, {} sorties, {}").format(
+        area.plant(),
+        name_of(area.plant()),
+        area.ident(),
+        len(area.input_names()),
+        len(area.output_names()),
+        state,
     )
 
 
@@ -41,7 +43,7 @@ def print_plants() -> int:
         except area_error:
             pass  # another user's, or not an area at all
     if not found:
-        print(in_language("aucune maquette ne tourne", "no plant is running"), file=sys.stderr)
+        print(tr("aucune maquette ne tourne"), file=sys.stderr)
     return DONE if found else NOT_DONE
 
 
@@ -51,22 +53,20 @@ def print_signals(pid: int) -> int:
             if not area.plant_runs():
                 raise area_error
             print(described(area))
-            for kind, signals in ((("entrée", "input"), area.inputs()), (("sortie", "output"), area.outputs())):
+            for kind, signals in ((tr("entrée"), area.inputs()), (tr("sortie"), area.outputs())):
                 for name, value in signals.items():
-                    print(in_language(*kind), name, value)
+                    print(kind, name, value)
         return DONE
     except area_error:
-        what = in_language("le processus {} n'est pas une maquette qui tourne", "process {} is no running plant")
-        print("wagons:", what.format(pid), file=sys.stderr)
+        what = tr("le processus {} n'est pas une maquette qui tourne").format(pid)
+        print("wagons:", what, file=sys.stderr)
         return NOT_DONE
 
 
 def main(arguments: list[str]) -> int:
-    usage = in_language(
+    usage = tr(
         "usage : python3 -m wagons [PID]\n"
-        "Montre les maquettes qui tournent, ou les signaux de l'une d'elles et leurs valeurs.",
-        "usage: python3 -m wagons [PID]\n"
-        "Shows the plants that run, or the signals of one of them with their values.",
+        "Montre les maquettes qui tournent, ou les signaux de l'une d'elles et leurs valeurs."
     )
     match arguments:
         case []:
@@ -79,9 +79,7 @@ def main(arguments: list[str]) -> int:
             return DONE
         case [number] if number.isdecimal():
             return print_signals(int(number))
-    print(
-        "wagons:", in_language("je ne comprends pas :", "cannot make sense of:"), " ".join(arguments), file=sys.stderr
-    )
+    print("wagons:", tr("je ne comprends pas : {}").format(" ".join(arguments)), file=sys.stderr)
     return BAD_COMMAND_LINE
 
 

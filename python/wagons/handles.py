@@ -1,9 +1,9 @@
 """Signals of an area as objects of a controller: asked for once, by name, and checked."""
 
-from collections.abc import Sequence
+from collections.abc import Callable, Sequence
 
 from .client import IOsharemem_client
-from .language import in_language
+from .language import tr
 from .record import area_error, checked
 
 
@@ -19,7 +19,7 @@ class input_signal:
 
     def __init__(self, area: IOsharemem_client, name: str) -> None:
         """An unknown_signal when the area has no input of that name."""
-        self._index = _last_of(area.input_names(), area.output_names(), name, _INPUT, _OUTPUT)
+        self._index = _last_of(area.input_names(), area.output_names(), name, _of_inputs)
         self._area, self.name = area, name
 
     @property
@@ -52,7 +52,7 @@ class output_signal:
 
     def __init__(self, area: IOsharemem_client, name: str) -> None:
         """An unknown_signal when the area has no output of that name."""
-        self._index = _last_of(area.output_names(), area.input_names(), name, _OUTPUT, _INPUT)
+        self._index = _last_of(area.output_names(), area.input_names(), name, _of_outputs)
         self._area, self.name = area, name
 
     def set(self, value: "int | input_signal") -> None:
@@ -64,28 +64,43 @@ class output_signal:
         return f"<output {self.name}>"
 
 
-_INPUT, _OUTPUT = ("entrée", "input"), ("sortie", "output")
-
-
-def _last_of(own: list[str], others: list[str], name: str, kind: tuple[str, str], other: tuple[str, str]) -> int:
+def _last_of(own: list[str], others: list[str], name: str, say: Callable[[], tuple[str, str, str, str]]) -> int:
     if name not in own:
-        raise unknown_signal(_unknown(name, own, others, in_language(*kind), in_language(*other)))
+        raise unknown_signal(_unknown(name, own, others, *say()))
     return len(own) - 1 - own[::-1].index(name)
 
 
-def _unknown(name: str, own: list[str], others: list[str], kind: str, other_kind: str) -> str:
-    """ "entrée" and "sortie" are of one gender, "input" and "output" take one article."""
-    text = in_language("aucune ", "no ") + kind + in_language(" ne s'appelle ", " is named ") + f'"{name}"'
+def _of_inputs() -> tuple[str, str, str, str]:
+    return (
+        tr('aucune entrée ne s\'appelle "{}"'),
+        tr(" : c'est une sortie"),
+        tr(", une sortie"),
+        tr(". Les entrées sont :"),
+    )
+
+
+def _of_outputs() -> tuple[str, str, str, str]:
+    return (
+        tr('aucune sortie ne s\'appelle "{}"'),
+        tr(" : c'est une entrée"),
+        tr(", une entrée"),
+        tr(". Les sorties sont :"),
+    )
+
+
+def _unknown(
+    name: str, own: list[str], others: list[str], unknown: str, is_other: str, nearest_is_other: str, all_are: str
+) -> str:
+    text = unknown.format(name)
     if own or others:
         nearest = min(own + others, key=lambda known: _distance(name, known))
         if nearest == name:
-            text += in_language(" : c'est une ", ": that is an ") + other_kind
+            text += is_other
         else:
-            text += in_language(" ; le nom le plus proche est ", "; the nearest name is ") + f'"{nearest}"'
+            text += tr(' ; le nom le plus proche est "{}"').format(nearest)
             if nearest not in own:
-                text += in_language(", une ", ", an ") + other_kind
-    text += in_language(". Les ", ". The ") + kind + in_language("s sont : ", "s are: ")
-    return text + (" ".join(own) if own else in_language("(aucune)", "(none)"))
+                text += nearest_is_other
+    return text + all_are + "".join(" " + one for one in own) + ("" if own else tr(" (aucune)"))
 
 
 def _distance(one: Sequence[str], other: Sequence[str]) -> int:

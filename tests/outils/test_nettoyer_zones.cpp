@@ -48,16 +48,4 @@ TEST(nettoyer_zones, removes_areas_of_plants_that_are_gone_and_no_others) {
   for (const int ident : kept) shmctl(ident, IPC_RMID, nullptr);
 }
 
-// Of the three variables the first that is set and not empty decides.
-TEST(language, is_french_unless_the_locale_asks_for_english) {
-  process help({"/bin/sh", "-c",
-                "for e in LC_ALL= 'LC_ALL= LC_MESSAGES= LANG=en_GB.UTF-8' 'LC_MESSAGES=fr LANG=en' "
-                "'LC_ALL=en LANG=fr'; do "
-                "env -u LANG -u LC_MESSAGES -u LC_ALL $e " +
-                    built("nettoyer_zones") + " --help | head -c 6; done; " + built("nettoyer_zones") +
-                    " --tout"});
-  EXPECT_EQ(help.wait(), 2);
-  EXPECT_EQ(help.output(), "usage usage:usage usage:");
-}
-
 }  // namespace

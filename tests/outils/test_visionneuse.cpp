@@ -23,7 +23,7 @@ struct result {
 };
 
 result run(const words& command) {
-  process p(command, {"DISPLAY=:none"});
+  process p(command, {"DISPLAY=:none", "LC_ALL=en"});
   const int status = p.wait();
   return {status, p.output(), p.errors()};
 }

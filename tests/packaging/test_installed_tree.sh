@@ -8,6 +8,7 @@ prefix=$work/usr programs=$work/usr/bin
 export PATH=$programs:$PATH CMAKE_PREFIX_PATH=$prefix
 cmake --install "$build" --prefix "$prefix" >/dev/null
 [[ $(MANPATH=$prefix/share/man man -L fr -w wagons) == "$prefix/share/man/fr/man1/wagons.1" ]]
+[[ -s $prefix/share/locale/en/LC_MESSAGES/wagons.mo ]]
 PKG_CONFIG_PATH=$(dirname "$(find "$prefix" -name wagons-bibliocpp.pc)")
 export PKG_CONFIG_PATH
 mkdir "$work/own"

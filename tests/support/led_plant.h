@@ -30,7 +30,7 @@ class led_plant {
  public:
   explicit led_plant(std::vector<std::string> command)
       : plant(std::move(command),
-              {"MOCK_UP_LED=" + std::to_string(to.theirs) + "," + std::to_string(from.theirs)}) {
+              {"MOCK_UP_LED=" + std::to_string(to.theirs) + "," + std::to_string(from.theirs), "LC_ALL=en"}) {
     close(to.theirs);
     close(from.theirs);
   }

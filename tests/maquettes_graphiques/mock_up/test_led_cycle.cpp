@@ -109,7 +109,7 @@ TEST(led_cycle, works_switches_by_their_labels_and_refuses_bad_descriptors) {
   EXPECT_EQ(gallery.plant.wait(), 0);
 
   for (const char* text : {"", "3", "0,", "0,99", "99,1", "0,1x"}) {
-    process plant({built("wagons"), ":"}, {std::string("MOCK_UP_LED=") + text});
+    process plant({built("wagons"), ":"}, {std::string("MOCK_UP_LED=") + text, "LC_ALL=en"});
     EXPECT_EQ(plant.wait(), 1) << text;
     EXPECT_EQ(plant.errors(),
               std::string("MOCK_UP_LED=") + text + ": two open file descriptors are needed, as in 3,4\n");

@@ -1,21 +1,9 @@
-#include "outils/examen/phrase.h"
+#include "outils/examen/number_text.h"
 
 #include <array>
 #include <cstdio>
 
-#include "bibliocpp/language.h"
 #include "outils/examen/scenario.h"
-
-std::string phrase(const char* french, const char* english, std::initializer_list<std::string> parts) {
-  std::string text = in_language(french, english);
-  std::size_t at = 0;
-  for (const std::string& part : parts) {
-    at = text.find("{}", at);
-    text.replace(at, 2, part);
-    at += part.size();
-  }
-  return text;
-}
 
 std::string in_seconds(std::int64_t cycles) { return in_short(seconds_of(cycles)) + " s"; }
 
