@@ -25,6 +25,11 @@ inline picture text_of(window_id box) {
   return whole.part(65, 0, whole.width() - 65, whole.height() - 40);
 }
 
+inline picture button_text_of(window_id box) {
+  const picture whole = picture_of(box);
+  return whole.part(whole.width() - 94, whole.height() - 31, 50, 15);
+}
+
 // Moves a box out of the way. The toolkit shows it in a corner, then moves it to the mouse, then paints it:
 // only a painted one stays where it is put.
 inline void put_aside(window_id box, int x, int y) {
@@ -36,14 +41,17 @@ inline void put_aside(window_id box, int x, int y) {
 inline testing::AssertionResult box_says(window_id box, const std::string& text) {
   if (box == 0) return testing::AssertionFailure() << "no box";
   put_aside(box, 0, 0);
-  process reference({built("message_box"), text});
+  process reference({built("message_box"), text, "Fermer"});
   window_id expected = 0;
   const std::vector<window_id> known{box, window_titled("mine de charbon"),
                                      window_titled("commande manuelle")};
   if (!wait_until([&] { return (expected = other_window_than(known)) != 0; }))
     return testing::AssertionFailure() << "no reference";
   put_aside(expected, 0, 600);
-  return wait_until([&] { return text_of(box) == text_of(expected); }, std::chrono::seconds(5))
+  const auto alike = [&] {
+    return text_of(box) == text_of(expected) && button_text_of(box) == button_text_of(expected);
+  };
+  return wait_until(alike, std::chrono::seconds(5))
              ? testing::AssertionSuccess()
              : testing::AssertionFailure() << "another text than " << text;
 }
