@@ -12,6 +12,7 @@
 #include "outils/examen/command_line.h"
 #include "outils/examen/exams.h"
 #include "outils/examen/guardian.h"
+#include "outils/examen/harmless.h"
 #include "outils/examen/junit.h"
 #include "outils/examen/report.h"
 #include "outils/examen/sandbox.h"
@@ -98,8 +99,10 @@ int judge(command_line wanted, const std::string& self) {
     orders.back().boxed = boxed;
   }
   remove_traces_of_acceleration();  // of an examen that was killed
-  std::vector<verdict> verdicts = hold_exams(orders, wanted.at_once, self, needed,
-                                             [](const verdict& v) { std::cout << line_of(v) << std::endl; });
+  std::vector<verdict> verdicts = hold_exams(orders, wanted.at_once, self, needed, [](const verdict& v) {
+    std::cout << line_of(v) << std::endl;
+    for (const std::string& remark : v.remarks) std::cout << "    " + harmless(remark) + "\n";
+  });
   for (std::size_t n = 0; n < verdicts.size(); ++n) {
     verdicts[n].command = as_typed(orders[n].command);
     if (!boxed) verdicts[n].remarks.push_back(unprotected);
