@@ -100,7 +100,9 @@ class Area(unittest.TestCase):
             while shared.clock == 0:  # until both are there
                 pass
             sys.settrace(give_turns)
-            for _ in range(2000):
+            turns, deadline = 0, time.monotonic() + 20  # a turn given away is long on a busy machine
+            while turns < 2000 and time.monotonic() < deadline:
+                turns += 1
                 with mine._lock:
                     shared.input[0] = me
                     os.sched_yield()
