@@ -18,7 +18,7 @@ printf '#!/bin/sh\necho "$PWD" "$@" >run && mv run ran\n' >"its controller"
 chmod +x "its controller"
 for controller in "its controller" "./its controller" "$PWD/its controller"; do
   "$demo" "$controller" "two words" &
-  until [[ -e ran ]]; do kill -0 $! && sleep 0.05; done
+  until [[ -e ran ]]; do kill -0 $! && sleep 0.05 || exit 1; done
   kill $!
   wait $! || true
   [[ $(<ran) == "$PWD two words -automemlink "* ]]
