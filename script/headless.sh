@@ -73,7 +73,7 @@ wait_for() {
   local waiting=$!
   while [[ $led ]] && kill -0 "$waiting" 2>/dev/null; do cycles 1; done
   wait "$waiting" || {
-    echo "the run has not come to $2 = $3" >&2
+    echo "$2 has not become $3 within $1 s; a fault's box may have stopped the plant" >&2
     exit 1
   }
 }
