@@ -19,19 +19,24 @@ trap 'exit 130' INT TERM
 
 # run_headless <program> [arguments...]
 run_headless() {
-  open_screen
+  open_screen_for "$1"
   "$@" &
   plant=$!
 }
 
 # run_led <program> [arguments...]: the same, but the plant waits for leave before each cycle.
 run_led() {
-  open_screen
+  open_screen_for "$1"
   mkfifo "$work/to" "$work/from"
   exec {to}<>"$work/to" {from}<>"$work/from"
   MOCK_UP_LED=8,9 "$@" 8<"$work/to" 9>"$work/from" {to}>&- {from}>&- &
   plant=$! led=1
   await_pause
+}
+
+open_screen_for() {
+  type -P "$1" >/dev/null || { echo "$1 is not there, or not executable" >&2; exit 2; }
+  open_screen
 }
 
 open_screen() {
@@ -68,7 +73,7 @@ wait_for() {
   local waiting=$!
   while [[ $led ]] && kill -0 "$waiting" 2>/dev/null; do cycles 1; done
   wait "$waiting" || {
-    echo "the run has not come to $2 = $3" >&2
+    echo "$2 has not become $3 within $1 s; a fault's box may have stopped the plant" >&2
     exit 1
   }
 }

@@ -23,6 +23,13 @@ desk& desk::size(int its_width, int its_height) {
   return *this;
 }
 
+// The next widget comes so far down; the window is to hold the last one.
+void desk::below(int distance) {
+  next_y += distance;
+  Fl_Group* const around = Fl_Group::current();
+  if (around->as_window() != nullptr && next_y - gap > around->h()) around->size(around->w(), next_y);
+}
+
 void desk::add_text(const std::string& label, int x, int w) const {
   auto* const text = new Fl_Box(x, next_y, w, height);
   text->copy_label(label.c_str());

@@ -9,9 +9,9 @@
 //   window.end();
 //
 // To be made after the window and before its end(): the toolkit's current group takes the widgets and owns
-// them. They come one below the other, each `width` * `height` pixels, from (x, y) down; at() goes on
-// elsewhere, and size() gives the next ones another size. Texts are copied, variables are not: they are to
-// live as long as heed() is called.
+// them. They come one below the other, each `width` * `height` pixels, from (x, y) down, and a window that is
+// too low for them grows; at() goes on elsewhere, and size() gives the next ones another size. Texts are
+// copied, variables are not: they are to live as long as heed() is called.
 
 #include <FL/Fl_Box.H>
 #include <FL/Fl_Button.H>
@@ -57,7 +57,7 @@ class desk {
   template <typename Widget>
   Widget* add(const std::string& label, int w, int h);
   void add_text(const std::string& label, int x, int w) const;
-  void below(int distance) { next_y += distance; }
+  void below(int distance);
   Fl_Button* plain_button(const std::string& label, int w);
 
   int next_x, next_y, width, height;

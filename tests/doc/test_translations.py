@@ -7,8 +7,8 @@ from pathlib import Path
 
 
 def read(path):
-    """What is not prose: blocks of code as lists of lines, levels of headings, tables as rows of cells, links."""
-    blocks, levels, tables, links = [], [], [], []
+    """What is not prose: blocks of code as lists of lines, headings, tables as rows of cells, links and their anchors."""
+    blocks, headings, tables, links = [], [], [], []
     fenced, before = False, ""
     for line in path.read_text(encoding="utf-8").splitlines():
         indented = line.startswith("    ") and (not before or before.startswith("    "))
@@ -22,11 +22,17 @@ def read(path):
                 tables.append([])
             tables[-1].append(line.strip("|").split("|"))
         elif line.startswith("#"):
-            levels.append(line.split()[0])
+            headings.append(line)
         if not (fenced or indented):
-            links += [Path(os.path.relpath(path.parent / to)) for to in re.findall(r"\]\(([^)#:]+)[^):]*\)", line)]
+            links += [(Path(os.path.relpath(path.parent / (to or path.name))), anchor)
+                      for to, anchor in re.findall(r"\]\(([^)#:]*)#?([^):]*)\)", line)]
         before = line
-    return blocks, levels, tables, links
+    return blocks, headings, tables, links
+
+
+def anchors(page):
+    """What a heading can be called by, where pages are shown."""
+    return [re.sub(r"[^\w -]", "", heading.lower()).strip().replace(" ", "-") for heading in read(page)[1]]
 
 
 def fixed(row):
@@ -35,10 +41,13 @@ def fixed(row):
 
 
 def differences(english, french):
-    blocks, levels, tables, links = read(english)
-    french_blocks, french_levels, french_tables, french_links = read(french)
-    for path, all_links in ((english, links), (french, french_links)):
-        yield from (f"{path} links to {link}, which is not there" for link in all_links if not link.exists())
+    blocks, headings, tables, all_links = read(english)
+    french_blocks, french_headings, french_tables, all_french_links = read(french)
+    for path, to in ((english, all_links), (french, all_french_links)):
+        yield from (f"{path} links to {link}#{anchor}, which is not there" for link, anchor in to
+                    if not link.exists() or anchor and anchor not in anchors(link))
+    levels, french_levels = ([line.split()[0] for line in lines] for lines in (headings, french_headings))
+    links, french_links = ([link for link, _ in to] for to in (all_links, all_french_links))
     if levels != french_levels:
         yield f"{french} has the headings {' '.join(french_levels)}, {english} has {' '.join(levels)}"
     if len(blocks) != len(french_blocks):
@@ -65,8 +74,7 @@ def differences(english, french):
 
 os.chdir(sys.argv[1])
 pages = {page: page.parent / "fr" / page.name for page in sorted(Path("doc").glob("*.md"))}
-if Path("README.fr.md").exists():
-    pages[Path("README.md")] = Path("README.fr.md")
+pages |= {page: page.with_suffix(".fr.md") for page in (Path("README.md"), Path("python/README.md"))}
 found = [f"{english} has no {french}" for english, french in pages.items() if not french.exists()]
 for english, french in pages.items():
     if french.exists():
