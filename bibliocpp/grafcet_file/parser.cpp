@@ -189,8 +189,13 @@ void read_macro(reading& from) {
     from.refuse(from.peek().where, tr("une macro-étape n'a pas d'action : ses étapes en ont"));
 }
 
+// "Encapsulante" is the standard's word, "englobante" what many say.
+bool is_enclosing(const reading& from) {
+  return from.is_word("encapsulante", "enclosing") || from.is_word("englobante", "enclosing");
+}
+
 bool is_step_adjective(const reading& from) {
-  return from.is_word("initiale", "initial") || from.is_word("englobante", "enclosing");
+  return from.is_word("initiale", "initial") || is_enclosing(from);
 }
 
 void read_step(reading& from) {
@@ -200,8 +205,8 @@ void read_step(reading& from) {
   for (bool named = false;;) {
     if (from.take_word("initiale", "initial"))
       initial = true;
-    else if (from.take_word("englobante", "enclosing"))
-      enclosing = true;
+    else if (is_enclosing(from))
+      from.next(), enclosing = true;
     else if (named && from.take(token_kind::star))
       linked = true;
     else if (!named)

@@ -30,6 +30,13 @@ std::vector<std::string> words_in(const std::string& command) {
   return words;
 }
 
+// What runs a text that is no program of its own. Times of GRAFCETs are the plant's, whose cycle is 5 ms.
+std::vector<std::string> reader_of(const fs::path& text) {
+  if (text.extension() == ".py") return {"python3"};
+  if (text.extension() == ".grafcet") return {"grafcet", "--periode", "5ms"};
+  return {};
+}
+
 // A candidate runs in a folder of its own: what is a file seen from `base`, and the program's path, are told
 // in full.
 candidate candidate_from(const std::string& command, const fs::path& base) {
@@ -40,6 +47,10 @@ candidate candidate_from(const std::string& command, const fs::path& base) {
       word = fs::absolute(base / word).lexically_normal();
   const bool is_script = found.words.size() > 1 && is_file(found.words[1]);
   found.name = fs::path(found.words[is_script ? 1 : 0]).filename();
+  if (found.name.ends_with(".grafcet") && !is_script && is_file(found.words[0])) {
+    const std::vector<std::string> reader = reader_of(found.name);
+    found.words.insert(found.words.begin(), reader.begin(), reader.end());
+  }
   return found;
 }
 
@@ -49,12 +60,13 @@ std::vector<std::string> words_for(const fs::path& file) {
   std::string beginning(4, '\0');
   std::ifstream(file, std::ios::binary).read(beginning.data(), 4);
   if (beginning.starts_with("#!") || beginning == "\177ELF") return {file};
-  if (file.extension() == ".py") return {"python3", file};
-  return {};
+  std::vector<std::string> words = reader_of(file);
+  if (!words.empty()) words.push_back(file);
+  return words;
 }
 
 candidate candidate_in_folder(const fs::path& folder) {
-  for (const char* const name : {"controleur", "controleur.py"})
+  for (const char* const name : {"controleur", "controleur.py", "controleur.grafcet"})
     if (std::vector<std::string> words = words_for(folder / name); !words.empty())
       return {folder.filename(), std::move(words), ""};
   return {folder.filename(), {}, folder / "controleur"};

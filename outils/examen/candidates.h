@@ -17,13 +17,15 @@ struct candidate_error : std::runtime_error {
 };
 
 // A command as a person types it: a file of exactly that name, else words in the shell's quotes, with "~" and
-// variables but neither pipes nor substitutions. Named by its first word's file, a script by the script's.
+// variables but neither pipes nor substitutions. Named by its first word's file, a script by the script's. A
+// file that ends in ".grafcet" is run by grafcet.
 candidate candidate_of(const std::string& command);
 
 // In the order of their names: every program directly in the folder, and every subfolder with its
-// `controleur` or `controleur.py`, named by the subfolder; one without is missing. A program is a file that
-// begins as an executable or a script does, whether it may be executed or not, or ends in ".py": without
-// the mark of a script python3 runs it. Hidden files are passed over.
+// `controleur`, `controleur.py` or `controleur.grafcet`, named by the subfolder; one without is missing. A
+// program is a file that begins as an executable or a script does, whether it may be executed or not, or ends
+// in ".py" or
+// ".grafcet": without the mark of a script python3 or grafcet runs it. Hidden files are passed over.
 std::vector<candidate> candidates_in(const std::string& folder);
 
 // A class list: a line for each, its name, blanks, a tab or ";", and its command; a name with blanks in it

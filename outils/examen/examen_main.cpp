@@ -49,6 +49,7 @@ exam_order order_for(const command_line& wanted, const candidate& one, std::size
   order.random_seed = wanted.random_seed;
   order.name = one.name;
   order.command = one.words;
+  if (!one.words.empty()) order.command[0] = find_program(one.words[0]).value_or(one.words[0]);
   order.missing = one.missing;
   if (wanted.report.empty()) return order;
   order.evidence = full_path(evidence_folder(wanted.report, number + 1, one.name));
@@ -104,7 +105,7 @@ int judge(command_line wanted, const std::string& self) {
     for (const std::string& remark : v.remarks) std::cout << "    " + harmless(remark) + "\n";
   });
   for (std::size_t n = 0; n < verdicts.size(); ++n) {
-    verdicts[n].command = as_typed(orders[n].command);
+    verdicts[n].command = as_typed(wanted.candidates[n].words);
     if (!boxed) verdicts[n].remarks.push_back(unprotected);
   }
   std::cout << "\n" << table_of(verdicts) << std::flush;

@@ -268,9 +268,11 @@ TEST(candidates, are_programs_of_a_folder_or_lines_of_a_class_list) {
   std::ofstream("class/notes.txt") << "p.py is mine\n";
   std::ofstream("class/.hidden") << "#!/bin/sh\n";
   std::ofstream("class/Zoé/controleur.py") << "#!/usr/bin/python3\n";
+  std::ofstream("class/g.grafcet") << "grafcet G\n";
   std::filesystem::copy("/bin/true", "class/a b");
   EXPECT_EQ(told(candidates_in("class")),
-            "Zoé: controleur.py\na b: a b\nempty: missing\np.py: python3 p.py\nscript: script\n");
+            "Zoé: controleur.py\na b: a b\nempty: missing\ng.grafcet: grafcet --periode 5ms g.grafcet\n"
+            "p.py: python3 p.py\nscript: script\n");
   std::ofstream("class/list")
       << "\xef\xbb\xbf# 3A\nAnne  ./script -v \"x y\"\r\n\nBo Li;python3 p.py\nCem\t./none\nDie\n";
   const std::vector<candidate> listed = candidates_on("class/list");
@@ -280,8 +282,10 @@ TEST(candidates, are_programs_of_a_folder_or_lines_of_a_class_list) {
   std::ofstream("bad") << "Anne true\nBo true $(reboot)\n";
   EXPECT_THROW(candidates_in("none"), candidate_error);
   EXPECT_EQ(read({"--liste", "bad"}), "bad:2: this is no command: true $(reboot)");
-  EXPECT_EQ(read({"--maquette", "galerie", "class/a b", "-j4", "--patience=9", "true", "--", "true"}),
-            "galerie 4 9\na b: a b\ntrue: true\ntrue (2): true\n");
+  EXPECT_EQ(
+      read({"--maquette", "galerie", "class/a b", "-j4", "--patience=9", "true", "--", "true",
+            "class/g.grafcet"}),
+      "galerie 4 9\na b: a b\ntrue: true\ntrue (2): true\ng.grafcet: grafcet --periode 5ms g.grafcet\n");
   EXPECT_EQ(read({"--rapports", "x"}),
             "there is no option --rapports; the nearest is --rapport; see \"examen --help\"");
   EXPECT_EQ(read({"-j", "0", "true"}),

@@ -131,7 +131,7 @@ constexpr example examples[] = {
      "0 a | G.XM1 G.XE1 H.X7 | A C\n1 b | G.XM1 G.XE1 H.X7 | A C\n2 c | G.XM1 G.XS1 H.X7 | B C\n3 b | G.X0 "
      "H.X7 |\n"},
     {"an enclosing step opens its encapsulations at their links and closes them wherever they are",
-     REST "transition 0 -> 1 : a etape englobante 1 : A transition 1 -> 0 : b "
+     REST "transition 0 -> 1 : a etape encapsulante 1 : A transition 1 -> 0 : b "
           "encapsulation 1 etape * 10 : B transition 10 -> 11 : c etape 11 : C "
           "encapsulation 1 etape * 20 transition 20 -> 21 : c etape englobante 21 transition 21 -> 20 : d "
           "encapsulation 21 etape * 30 : D",

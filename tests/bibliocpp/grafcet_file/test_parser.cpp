@@ -176,14 +176,14 @@ TEST(parser, survives_any_text) {
   const auto end = now() + std::chrono::seconds(seconds == nullptr ? 0 : std::atoi(seconds));
   std::vector<std::string> good;
   for (const auto& entry : std::filesystem::recursive_directory_iterator(REPOSITORY))
-    if (entry.path().extension() == ".grafcet" && entry.file_size() < 3'000) good.push_back(read_file(entry));
+    if (entry.path().extension() == ".grafcet" && entry.file_size() < 1'500) good.push_back(read_file(entry));
   for (const example& e : wrong) good.emplace_back(e.charts);
   ASSERT_GT(good.size(), std::size(wrong) + 5);
   constexpr const char* soup[] = {"grafcet ",
                                   "G ",
                                   "étape ",
                                   "initiale ",
-                                  "englobante ",
+                                  "encapsulante ",
                                   "0 ",
                                   "1 ",
                                   "M1 ",
@@ -233,7 +233,9 @@ TEST(parser, survives_any_text) {
                                   "é",
                                   "\xFF",
                                   "- "};
-  std::mt19937 random(static_cast<unsigned>(seconds == nullptr ? 1 : std::random_device{}()));
+  const unsigned seed = seconds == nullptr ? 1 : std::random_device{}();
+  std::cout << "seed " << seed << std::endl;
+  std::mt19937 random(seed);
   const auto up_to = [&random](std::size_t n) { return static_cast<std::size_t>(random()) % n; };
   for (const char* const deep : {"(", "non ", "fm ("}) {
     std::string text = "grafcet G etape initiale 0 : A si ";
