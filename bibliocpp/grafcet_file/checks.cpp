@@ -93,7 +93,7 @@ class checker {
   void check_start(int s) {
     const chart& here = chart_at(step_at(s).chart);
     if (step_at(s).initial && here.kind == chart_kind::encapsulation && !step_at(here.owner).initial)
-      told.error(step_at(s).where, tr("l'étape englobante {} n'est pas initiale : {} ne peut pas l'être",
+      told.error(step_at(s).where, tr("l'étape encapsulante {} n'est pas initiale : {} ne peut pas l'être",
                                       {here.name, step_at(s).label}));
   }
 

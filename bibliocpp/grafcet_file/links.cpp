@@ -58,7 +58,7 @@ class linker {
         if (is_expansion)
           told.error(part.where, tr("aucune macro-étape {} dans ce grafcet", {part.name}));
         else
-          told.error(part.where, tr("aucune étape englobante {} dans ce grafcet", {part.name}));
+          told.error(part.where, tr("aucune étape encapsulante {} dans ce grafcet", {part.name}));
       } else if (!is_expansion) {
         step_at(part.owner).encapsulations.push_back(c);
       } else if (int& expansion = step_at(part.owner).expansion; expansion == none) {

@@ -1,5 +1,5 @@
 #pragma once
-// An operator of the mine who works the desk at random: every button, every roller, Interv. and Redessiner.
+// An operator of the mine who works the desk at random: every button, every roller and Interv.
 
 #include <cstdint>
 #include <random>

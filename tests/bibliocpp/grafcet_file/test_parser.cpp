@@ -61,7 +61,7 @@ constexpr example wrong[] = {
      "8\nencapsulation 0",
      "1:17 une macro-étape s'appelle M et un numéro : M3\n2:7 il manque « expansion M4 » et ses étapes\n"
      "4:11 il manque dans l'expansion l'étape S5\n5:11 aucune macro-étape M6 dans ce grafcet\n"
-     "6:18 il manque « encapsulation 8 » et ses étapes\n7:15 aucune étape englobante 0 dans ce grafcet\n"},
+     "6:18 il manque « encapsulation 8 » et ses étapes\n7:15 aucune étape encapsulante 0 dans ce grafcet\n"},
     {"grafcet G macro M3 transition M3 -> E3 : 1 expansion M3 macro M4 etape E3 etape S3\n"
      "expansion M4 macro M5 etape E4 etape S4 expansion M5 etape E5 etape S5",
      "1:37 l'étape E3 n'est pas de ce dessin : elle est à la ligne 1\n"},
@@ -82,7 +82,7 @@ constexpr example wrong[] = {
      "2",
      "1:11 * n'a de sens que dans une encapsulation\n"},
     {"grafcet G etape initiale 0 transition 0 -> 1 : a etape englobante 1\nencapsulation 1 etape initiale 2",
-     "2:32 l'étape englobante 1 n'est pas initiale : 2 ne peut pas l'être\n"},
+     "2:32 l'étape encapsulante 1 n'est pas initiale : 2 ne peut pas l'être\n"},
     {"grafcet G etape initiale 0 : A si A",
      "1:35 « A » est une sortie (ligne 1) : une condition lit des entrées, des "
      "étapes et des variables\n"},
