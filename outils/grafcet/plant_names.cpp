@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
+#include <set>
 
 #include "bibliocpp/language.h"
 #include "outils/banc_essai/signal_file.h"
@@ -20,10 +21,11 @@ files::path folder() {
 }
 
 [[noreturn]] void refuse(const std::string& plant) {
-  std::string all;
+  std::set<std::string> names;
   std::error_code none;
-  for (const auto& entry : files::directory_iterator(folder(), none))
-    all += ' ' + entry.path().stem().string();
+  for (const auto& entry : files::directory_iterator(folder(), none)) names.insert(entry.path().stem());
+  std::string all;
+  for (const std::string& name : names) all += ' ' + name;
   std::cerr << tr("grafcet: maquette inconnue : {} ; il y a :{}\n", {plant, all});
   std::exit(2);
 }

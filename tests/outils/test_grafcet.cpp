@@ -1,8 +1,10 @@
 // grafcet at work: what it says of a file, and what the mine does under charts.
 #include <gtest/gtest.h>
 
+#include "bibliocpp/area_view.h"
 #include "tests/maquettes_graphiques/WAGONS/running_mine.h"
 #include "tests/support/a_directory.h"
+#include "tests/support/led_plant.h"
 
 namespace {
 
@@ -38,7 +40,7 @@ TEST(grafcet, tells_where_a_file_is_wrong) {
       "0 bad.grafcet:4:14: avertissement : peut être franchie en même temps que la transition de la ligne 3 "
       "(dc = 1, ac = 1)\n");
   EXPECT_EQ(said({"--verifier", "--maquette", "mars", "bad.grafcet"}),
-            "2 grafcet: unknown plant: mars; there are: galerie wagons\n");
+            "2 grafcet: unknown plant: mars; there are: galerie trieuse wagons\n");
   EXPECT_EQ(said({"--verifier", "missing"}), "1 grafcet: missing: No such file or directory\n");
   EXPECT_EQ(said({"--verifier", "."}), "1 grafcet: .: Is a directory\n");
   for (const std::vector<std::string>& bad : {std::vector<std::string>{},
@@ -49,14 +51,16 @@ TEST(grafcet, tells_where_a_file_is_wrong) {
 }
 
 TEST(grafcet, knows_the_signals_of_the_plants) {
-  const auto listed = [](const char* const kind, auto from, auto to) {
-    std::string text;
-    for (; from != to; ++from) text += std::string(kind) + " " + *from + "\n";
-    return text;
-  };
-  EXPECT_EQ(contents(in_repository("share/signaux/wagons.txt")),
-            listed("entree", table_signaux, table_signaux + entree::count) +
-                listed("sortie", table_signaux + entree::count, std::end(table_signaux)));
+  for (const std::string plant : {"wagons", "galerie", "trieuse"}) {
+    led_plant led({built(plant), ":"});
+    const area_view area(std::stoi(led.line().substr(5)));
+    std::string names;
+    for (const std::string& name : area.input_names()) names += "entree " + name + "\n";
+    for (const std::string& name : area.output_names()) names += "sortie " + name + "\n";
+    EXPECT_EQ(contents(in_repository("share/signaux/" + plant + ".txt")), names);
+    led.leave();
+    EXPECT_EQ(led.plant.wait(), 0);
+  }
   EXPECT_EQ(said({"--verifier", "--maquette", "wagons", mine_charts}), "0 ");
   EXPECT_EQ(said({"--verifier", "--maquette", "galerie", in_repository("share/grafcets/galerie.grafcet")}),
             "0 ");
