@@ -52,3 +52,5 @@ unseen_drawing::unseen_drawing() {
   static nothing driver;
   fl_graphics_driver = &driver;
 }
+
+seen_drawing::seen_drawing() { fl_graphics_driver = Fl_Display_Device::display_device()->driver(); }

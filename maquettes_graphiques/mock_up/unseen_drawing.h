@@ -15,3 +15,15 @@ class unseen_drawing {
  private:
   Fl_Graphics_Driver* const before = fl_graphics_driver;
 };
+
+// Meanwhile drawing is seen again: for a box that comes up while a scene moves unseen.
+class seen_drawing {
+ public:
+  seen_drawing();
+  ~seen_drawing() { fl_graphics_driver = before; }
+  seen_drawing(const seen_drawing&) = delete;
+  seen_drawing& operator=(const seen_drawing&) = delete;
+
+ private:
+  Fl_Graphics_Driver* const before = fl_graphics_driver;
+};

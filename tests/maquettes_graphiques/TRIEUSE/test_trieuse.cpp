@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <atomic>
 
+#include "bibliocpp/area_view.h"
 #include "maquettes_graphiques/TRIEUSE/sorter_signals.h"
+#include "tests/maquettes_graphiques/WAGONS/fault_box.h"
 #include "tests/support/area.h"
 #include "tests/support/led_plant.h"
 #include "tests/support/wait.h"
@@ -91,4 +93,17 @@ TEST(trieuse, tells_each_fault_of_a_wrong_controller) {
     }
     EXPECT_EQ(run.said, std::string("fault ERREUR:\\n ") + fault + " !!!");
   }
+}
+
+// The fault comes in the midst of a scene that moves unseen.
+TEST(trieuse, shows_its_fault_in_a_box) {
+  process plant({built("trieuse"), ":"});
+  const window_id window = wait_for_window("trieuse");
+  const open_area area(area_of(plant.pid()));
+  for (const int output : {sortie::TAPIS_1, sortie::POUSSER}) area.output(output, 1);
+  window_id box = 0;
+  EXPECT_TRUE(wait_until([&] { return (box = other_window_than({window})) != 0; }));
+  EXPECT_TRUE(box_says(box, "ERREUR:\n Un colis a heurte le poussoir: le tapis 1 tournait !!!"));
+  close_box(box);
+  EXPECT_EQ(plant.wait(), 0);
 }

@@ -1,5 +1,5 @@
 #pragma once
-// The box in which the mine shows a fault. Include gtest first.
+// The box in which a plant shows a fault. Include gtest first.
 
 #include <gtest/gtest.h>
 
@@ -43,8 +43,9 @@ inline testing::AssertionResult box_says(window_id box, const std::string& text)
   put_aside(box, 0, 0);
   process reference({built("message_box"), text, "Fermer"});
   window_id expected = 0;
-  const std::vector<window_id> known{box, window_titled("mine de charbon"),
-                                     window_titled("commande manuelle")};
+  std::vector<window_id> known{box};
+  for (const char* const title : {"mine de charbon", "commande manuelle", "trieuse"})
+    known.push_back(window_titled(title));
   if (!wait_until([&] { return (expected = other_window_than(known)) != 0; }))
     return testing::AssertionFailure() << "no reference";
   put_aside(expected, 0, 600);
