@@ -240,7 +240,7 @@ void course::refused(std::int64_t cycle, const std::string& line, const std::str
 void course::miss(std::int64_t cycle, const std::string& what) {
   ended = true;
   if (found && found->cycle == cycle && found->what == finding::kind::failed)
-    found->sentence += " ; " + what;
+    found->sentence += tr(" ; ") + what;
   else if (!found)
     found = {finding::kind::failed, what, cycle};
 }
@@ -264,6 +264,6 @@ std::string course::what_was_good() const {
   std::string text = plant_fault;
   for (const edge_count& each : deliveries)
     text +=
-        (text.empty() ? "" : " ; ") + tr("{} : {} fois", {name(each.counted), std::to_string(each.so_far)});
+        (text.empty() ? "" : tr(" ; ")) + tr("{} : {} fois", {name(each.counted), std::to_string(each.so_far)});
   return text;
 }

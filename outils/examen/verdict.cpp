@@ -93,7 +93,7 @@ std::string table_of(const std::vector<verdict>& all) {
   }
   const auto passed =
       std::count_if(all.begin(), all.end(), [](const verdict& v) { return v.what == outcome::passed; });
-  return text + tr("{} réussis sur {}", {std::to_string(passed), std::to_string(all.size())}) + '\n';
+  return text + tr("réussis : {} sur {}", {std::to_string(passed), std::to_string(all.size())}) + '\n';
 }
 
 int exit_status(const std::vector<verdict>& all) {

@@ -83,7 +83,7 @@ void late(long long batches, std::chrono::milliseconds longest) {
 
 void outputs_dropped() { line(tr("toutes les sorties sont retombées à zéro")); }
 
-void plant_over() { line(tr("la maquette a terminé")); }
+void plant_over() { line(tr("la maquette s'est terminée")); }
 
 void plant_killed(int ident) {
   line(tr("la maquette a disparu sans terminer l'échange ; zone supprimée : {}", {std::to_string(ident)}));

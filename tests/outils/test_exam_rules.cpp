@@ -154,7 +154,7 @@ TEST(course, finds_what_is_missed_and_when) {
       {rest, "95 stop=1", "", "failed 100 the end has come before 0.1 s after stop"},
       {stop(""), "5 MOVE=1 10 stop=1 12 MOVE=0 20 stop=0 21 MOVE=1", "", "passed 100 "},
       {stop(""), "5 MOVE=1 10 stop=1 13 MOVE=0", "", "failed 12 MOVE is not 0, 0.01 s after stop"},
-      {stop(""), "10 stop=1 15 MOVE=7 FILL=1", "", "failed 15 MOVE is not 0, 0.025 s after stop ; FILL is not 0, 0.025 s after stop"},
+      {stop(""), "10 stop=1 15 MOVE=7 FILL=1", "", "failed 15 MOVE is not 0, 0.025 s after stop; FILL is not 0, 0.025 s after stop"},
       {stop(", jusqu_a = 'go'"), "10 stop=1 12 stop=0 30 MOVE=1", "", "failed 30 MOVE is not 0, 0.1 s after stop"},
       {stop(", sauf = ['FILL']"), "10 stop=1 15 FILL=1", "", "passed 100 "},
       {never, "10 MOVE=1 20 MOVE=0 FILL=1", "", "passed 100 "},

@@ -56,7 +56,7 @@ TEST(surveillant, tells_of_a_controller_that_takes_no_part_and_ends_it_with_the_
   EXPECT_EQ(mine.quit(), 0);
   EXPECT_EQ(silent.wait(), 0) << "sees the end of the run within its second";
   EXPECT_EQ(deaf.wait(), 128 + SIGKILL) << "heeds neither the run nor SIGTERM";
-  EXPECT_TRUE(tells(deaf, "la maquette a terminé\n"));
+  EXPECT_TRUE(tells(deaf, "la maquette s'est terminée\n"));
   EXPECT_EQ(silent.errors().find("announced"), silent.errors().rfind("announced")) << "told once";
 }
 
