@@ -165,9 +165,9 @@ class exam {
   int acceleration() {
     if (order.real_time || order.acceleration == 1) return 1;
     if (!can_be_accelerated())
-      v.remarks.push_back(tr("libfaketime manque : ses pauses ne sont pas accélérées"));
+      v.remarks.emplace_back(tr("libfaketime manque : ses pauses ne sont pas accélérées"));
     else if (is_statically_linked(find_program(order.command[0]).value_or("")))
-      v.remarks.push_back(tr("lié statiquement : ses pauses ne sont pas accélérées"));
+      v.remarks.emplace_back(tr("lié statiquement : ses pauses ne sont pas accélérées"));
     return can_be_accelerated() ? order.acceleration : 1;
   }
 

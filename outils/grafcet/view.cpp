@@ -72,7 +72,7 @@ class view_window : public Fl_Double_Window {
   static void ask(Fl_Widget*, void* window) {
     const auto& self = *static_cast<view_window*>(window);
     const char byte = static_cast<char>(what);
-    if (write(self.wish_end, &byte, 1) < 0 && errno == EPIPE) self.default_callback(nullptr, nullptr);
+    if (write(self.wish_end, &byte, 1) < 0 && errno == EPIPE) default_callback(nullptr, nullptr);
   }
 
   static void tick(void* window) {

@@ -25,7 +25,7 @@ class answers {
 
  private:
   struct free_context {
-    void operator()(modbus_t* context) const { modbus_free(context); }
+    void operator()(modbus_t* its) const { modbus_free(its); }
   };
 
   process_image& image;

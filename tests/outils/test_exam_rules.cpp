@@ -220,6 +220,7 @@ TEST(harmless, lets_nothing_through_that_acts_on_a_reader) {
       {"\xc2\x9b"
        "31m",
        "\\x9b31m"},
+      // NOLINTNEXTLINE(misc-misleading-bidirectional)
       {"\xe2\x80\xaegpj", "\\u202egpj"},
       {"\xff\xc3(\xed\xa0\x80\xe0\x80\xaf\xf4\x90\x80\x80\xe2\x82",
        "\\xff\\xc3(\\xed\\xa0\\x80\\xe0\\x80\\xaf\\xf4\\x90\\x80\\x80\\xe2\\x82"},

@@ -10,8 +10,13 @@
 
 int wait_for_area_of(pid_t creator) {
   int ident = -1;
-  if (!wait_until([&] { return (ident = area_of(creator)) != -1; }))
-    throw std::runtime_error("the process creates no area");
+  // Not one that was left by a process that had the number before.
+  const auto is_made = [&] {
+    for (const area_entry& area : areas())
+      if (area.creator == creator && creator_runs(area)) ident = area.ident;
+    return ident != -1;
+  };
+  if (!wait_until(is_made)) throw std::runtime_error("the process creates no area");
   return ident;
 }
 

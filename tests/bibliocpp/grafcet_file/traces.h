@@ -49,7 +49,7 @@ inline std::string traced(const std::string& text, const std::string& trace) {
     for (std::size_t s = 0; s < p.steps.size(); ++s)
       if (charts.now().active[s] != 0) steps += " " + name_of(p, static_cast<int>(s));
     const auto add = [&values](const std::string& name, std::int64_t value) {
-      if (value != 0) values += " " + name + (value == 1 ? "" : "=" + std::to_string(value));
+      if (value != 0) values.append(" ").append(name).append(value == 1 ? "" : "=" + std::to_string(value));
     };
     for (std::size_t k = 0; k < p.outputs.size(); ++k) add(p.outputs[k].name, charts.now().outputs[k]);
     for (std::size_t k = 0; k < p.variables.size(); ++k) add(p.variables[k].name, charts.now().variables[k]);

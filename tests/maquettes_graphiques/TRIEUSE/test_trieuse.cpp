@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <atomic>
 
-#include "bibliocpp/area_view.h"
 #include "maquettes_graphiques/TRIEUSE/sorter_signals.h"
 #include "tests/maquettes_graphiques/WAGONS/fault_box.h"
 #include "tests/support/area.h"
@@ -99,7 +98,7 @@ TEST(trieuse, tells_each_fault_of_a_wrong_controller) {
 TEST(trieuse, shows_its_fault_in_a_box) {
   process plant({built("trieuse"), ":"});
   const window_id window = wait_for_window("trieuse");
-  const open_area area(area_of(plant.pid()));
+  const open_area area(wait_for_area_of(plant.pid()));
   for (const int output : {sortie::TAPIS_1, sortie::POUSSER}) area.output(output, 1);
   window_id box = 0;
   EXPECT_TRUE(wait_until([&] { return (box = other_window_than({window})) != 0; }));

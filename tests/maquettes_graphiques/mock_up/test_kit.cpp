@@ -121,7 +121,7 @@ TEST(desk, is_read_and_shown_once_a_cycle_and_takes_one_widget_in_each) {
   Fl_Box* const counter = operators.counter("parcels", number);
   Fl_Roller* const roller = operators.roller("speed", speed, 0, 3, 0.5);
   operators.button("action", [&] { ++pressed; });
-  Fl_Button* const action = static_cast<Fl_Button*>(window.child(window.children() - 1));
+  auto* const action = static_cast<Fl_Button*>(window.child(window.children() - 1));
   operators.at(150, 10).quit_and_about();
   EXPECT_GE(window.h(), action->y() + action->h()) << "it grows with the desk";
   window.end();
