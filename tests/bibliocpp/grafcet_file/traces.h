@@ -53,7 +53,7 @@ inline std::string traced(const std::string& text, const std::string& trace) {
     };
     for (std::size_t k = 0; k < p.outputs.size(); ++k) add(p.outputs[k].name, charts.now().outputs[k]);
     for (std::size_t k = 0; k < p.variables.size(); ++k) add(p.variables[k].name, charts.now().variables[k]);
-    result += time + given + " |" + steps + " |" + values;
+    result.append(time).append(given).append(" |").append(steps).append(" |").append(values);
     if (!charts.now().stable) {
       result += " | instable";
       for (const int s : charts.circle()) result += " " + name_of(p, s);
