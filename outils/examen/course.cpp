@@ -263,7 +263,7 @@ finding course::end(std::int64_t cycle) {
 std::string course::what_was_good() const {
   std::string text = plant_fault;
   for (const edge_count& each : deliveries)
-    text +=
-        (text.empty() ? "" : tr(" ; ")) + tr("{} : {} fois", {name(each.counted), std::to_string(each.so_far)});
+    text += (text.empty() ? "" : tr(" ; ")) +
+            tr("{} : {} fois", {name(each.counted), std::to_string(each.so_far)});
   return text;
 }
