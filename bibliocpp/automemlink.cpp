@@ -7,7 +7,7 @@
 #include <system_error>
 
 int automemlink(int argc, char** argv) {
-  if (argc >= 3 && argv[argc - 2] == std::string_view("-automemlink")) {
+  if (own_arguments(argc, argv) < argc) {
     const std::string_view text = argv[argc - 1];
     int ident = -1;
     const auto [end, error] = std::from_chars(text.begin(), text.end(), ident);
@@ -15,4 +15,8 @@ int automemlink(int argc, char** argv) {
   }
   std::cerr << "usage: " << argv[0] << " [...] -automemlink <ident>" << std::endl;
   std::exit(2);
+}
+
+int own_arguments(int argc, char** argv) {
+  return argc >= 3 && argv[argc - 2] == std::string_view("-automemlink") ? argc - 2 : argc;
 }

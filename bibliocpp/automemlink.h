@@ -6,3 +6,7 @@
 // "usage: <program> [...] -automemlink <ident>" to the standard error stream and ends the process with
 // status 2.
 int automemlink(int argc, char** argv);
+
+// How many of the arguments, the program's name among them, are its own: all but these two; all where the
+// last but one is not "-automemlink". Ends nothing, and does not look at the number.
+int own_arguments(int argc, char** argv);

@@ -46,11 +46,13 @@ class nothing : public Fl_Graphics_Driver {
   void pop_clip() override {}
 };
 
-}  // namespace
-
-unseen_drawing::unseen_drawing() {
+Fl_Graphics_Driver* no_display() {
   static nothing driver;
-  fl_graphics_driver = &driver;
+  return &driver;
 }
 
-seen_drawing::seen_drawing() { fl_graphics_driver = Fl_Display_Device::display_device()->driver(); }
+}  // namespace
+
+unseen_drawing::unseen_drawing() : drawing_elsewhere(no_display()) {}
+
+seen_drawing::seen_drawing() : drawing_elsewhere(Fl_Display_Device::display_device()->driver()) {}

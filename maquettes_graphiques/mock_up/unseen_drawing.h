@@ -3,27 +3,24 @@
 
 #include <FL/Fl_Device.H>
 
-// As long as it lives every drawing call of this process does nothing; clipping regions stay as they are.
-// Not to be alive while the toolkit draws its own widgets, which count as drawn then.
-class unseen_drawing {
+class drawing_elsewhere {
  public:
-  unseen_drawing();
-  ~unseen_drawing() { fl_graphics_driver = before; }
-  unseen_drawing(const unseen_drawing&) = delete;
-  unseen_drawing& operator=(const unseen_drawing&) = delete;
+  explicit drawing_elsewhere(Fl_Graphics_Driver* there) { fl_graphics_driver = there; }
+  ~drawing_elsewhere() { fl_graphics_driver = before; }
+  drawing_elsewhere(const drawing_elsewhere&) = delete;
+  drawing_elsewhere& operator=(const drawing_elsewhere&) = delete;
 
  private:
   Fl_Graphics_Driver* const before = fl_graphics_driver;
 };
 
-// Meanwhile drawing is seen again: for a box that comes up while a scene moves unseen.
-class seen_drawing {
- public:
-  seen_drawing();
-  ~seen_drawing() { fl_graphics_driver = before; }
-  seen_drawing(const seen_drawing&) = delete;
-  seen_drawing& operator=(const seen_drawing&) = delete;
+// As long as it lives every drawing call of this process does nothing; clipping regions stay as they are.
+// Not to be alive while the toolkit draws its own widgets, which count as drawn then.
+struct unseen_drawing : drawing_elsewhere {
+  unseen_drawing();
+};
 
- private:
-  Fl_Graphics_Driver* const before = fl_graphics_driver;
+// Meanwhile drawing is seen again: for a box that comes up while a scene moves unseen.
+struct seen_drawing : drawing_elsewhere {
+  seen_drawing();
 };

@@ -62,8 +62,7 @@ std::int64_t duration(std::string_view text) {
 command_line read_command_line(int argc, char** argv) {
   command_line asked;
   opterr = 0;
-  const bool started_by_plant = argc >= 3 && argv[argc - 2] == std::string_view("-automemlink");
-  const int own = started_by_plant ? argc - 2 : argc;
+  const int own = own_arguments(argc, argv);
   int code = 0;
   while ((code = getopt_long(own, argv, "", options.data(), nullptr)) != -1) {
     switch (code) {
@@ -97,7 +96,7 @@ command_line read_command_line(int argc, char** argv) {
   }
   const bool controls = asked.wanted == task::control;
   const bool with_plant = asked.wanted == task::verify || asked.wanted == task::step;
-  if (optind != own - 1 || controls != started_by_plant || (!with_plant && !asked.plant.empty())) refuse();
+  if (optind != own - 1 || controls != (own < argc) || (!with_plant && !asked.plant.empty())) refuse();
   if ((asked.wanted == task::step) != (asked.view && !controls)) refuse();
   if (asked.wanted == task::step && asked.plant.empty()) refuse();
   asked.file = argv[optind];

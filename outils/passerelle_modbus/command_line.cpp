@@ -63,8 +63,7 @@ bool is_zero(std::string_view choice) {
 command_line read_command_line(int argc, char** argv) {
   command_line wanted;
   opterr = 0;
-  const bool started_by_plant = argc >= 3 && argv[argc - 2] == std::string_view("-automemlink");
-  const int own = started_by_plant ? argc - 2 : argc;
+  const int own = own_arguments(argc, argv);
   int code = 0;
   while ((code = getopt_long(own, argv, "+", options.data(), nullptr)) != -1) {
     switch (code) {
@@ -89,6 +88,6 @@ command_line read_command_line(int argc, char** argv) {
     }
   }
   if (optind < own) refuse(tr("un argument de trop : {}", {argv[optind]}));
-  if (started_by_plant || !wanted.only_table) wanted.ident = automemlink(argc, argv);
+  if (own < argc || !wanted.only_table) wanted.ident = automemlink(argc, argv);
   return wanted;
 }

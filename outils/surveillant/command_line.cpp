@@ -43,8 +43,7 @@ command_line read_command_line(int argc, char** argv) {
   command_line wanted;
   opterr = 0;
   // Up to the first word that is no option: what follows is the controller's.
-  const bool started_by_plant = argc >= 3 && argv[argc - 2] == std::string_view("-automemlink");
-  const int own = started_by_plant ? argc - 2 : argc;
+  const int own = own_arguments(argc, argv);
   int code = 0;
   while ((code = getopt_long(own, argv, "+", options.data(), nullptr)) != -1) {
     switch (code) {
@@ -59,7 +58,7 @@ command_line read_command_line(int argc, char** argv) {
         refuse();
     }
   }
-  if (optind == own || !started_by_plant) refuse();
+  if (optind == own || own == argc) refuse();
   wanted.ident = automemlink(argc, argv);
   wanted.command.assign(argv + optind, argv + argc);
   return wanted;
